@@ -1,0 +1,21 @@
+# Warnings, sanitizers and the compiler cache, for every target of the project.
+
+# Four-character codes are multi-character literals by the platform's own definition; both
+# compilers put the first character into the most significant byte.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror -Wno-multichar)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    add_compile_options(-Wno-four-char-constants)
+endif()
+
+if(LORIVANE_SANITIZE)
+    add_compile_options(-fsanitize=${LORIVANE_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${LORIVANE_SANITIZE})
+    if(LORIVANE_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
