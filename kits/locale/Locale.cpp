@@ -1,0 +1,52 @@
+#include <memory>
+#include <mutex>
+#include <unordered_set>
+
+#include <locale/Locale.h>
+
+#include "kits/locale/Catalogue.h"
+
+namespace {
+
+using Texts = std::unordered_map<std::string, const char*>;
+
+struct Current {
+    std::mutex lock;
+    std::shared_ptr<const Texts> texts = std::make_shared<Texts>();
+    // Everything that was ever handed out. Kept for good, since a caller on another thread may
+    // be copying a text of the catalogue that is being replaced; changing to and fro between
+    // languages finds its texts here again.
+    std::unordered_set<std::string> kept;
+};
+
+Current& the_current() {
+    static Current& current = *new Current;
+    return current;
+}
+
+BLocale gLocale;
+
+}  // namespace
+
+BLocale* be_locale = &gLocale;
+
+const char* BLocale::GetString(const char* key) const {
+    if (key == nullptr)
+        return "";
+    std::shared_ptr<const Texts> texts;
+    {
+        const std::lock_guard lock(the_current().lock);
+        texts = the_current().texts;
+    }
+    const auto found = texts->find(key);
+    return found != texts->end() ? found->second : key;
+}
+
+void BPrivate::set_catalogue(const Catalogue& catalogue) {
+    auto texts = std::make_shared<Texts>();
+    Current& current = the_current();
+    const std::lock_guard lock(current.lock);
+    for (const auto& [key, text] : catalogue)
+        texts->emplace(key, current.kept.insert(text).first->c_str());
+    current.texts = std::move(texts);
+}
