@@ -1,0 +1,55 @@
+#include "framework/Adjust.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <interface/Button.h>
+#include <interface/CheckBox.h>
+#include <interface/RadioButton.h>
+#include <interface/StringView.h>
+#include <interface/TextControl.h>
+
+namespace {
+
+constexpr BRect kFrame(10, 20, 29, 44);
+
+template <typename Control>
+void expect_adjusted(Control& control, void (*adjust)(Control*)) {
+    float width = 0;
+    float height = 0;
+    control.GetPreferredSize(&width, &height);
+    adjust(&control);
+    EXPECT_EQ(control.Bounds().Width(), std::ceil(width));
+    EXPECT_EQ(control.Bounds().Height(), kFrame.Height());
+    EXPECT_EQ(control.Frame().LeftTop(), kFrame.LeftTop());
+}
+
+TEST(Adjust, GivesControlsTheWidthTheyPrefer) {
+    for (const char* label : {"A label", "Another, much longer label", ""}) {
+        BButton button(kFrame, "ButtonA", label, nullptr);
+        expect_adjusted(button, adjust_button_width);
+        BCheckBox box(kFrame, "CBoxA", label, nullptr);
+        expect_adjusted(box, adjust_cbox_width);
+        BRadioButton radio(kFrame, "RButtonA", label, nullptr);
+        expect_adjusted(radio, adjust_rbutton_width);
+        BStringView view(kFrame, "StrViewA", label);
+        expect_adjusted(view, adjust_strview_width);
+    }
+}
+
+TEST(Adjust, PutsTheTextFieldAfterTheLabel) {
+    BTextControl control(kFrame, "TxtCtrlA", "Margin: ", "5", nullptr);
+    adjust_txtctrl_divider(&control);
+    const float shorter = control.Divider();
+    EXPECT_GE(shorter, control.StringWidth("Margin: "));
+    EXPECT_EQ(shorter, std::ceil(shorter));
+
+    control.SetLabel("A longer margin: ");
+    adjust_txtctrl_divider(&control);
+    EXPECT_GT(control.Divider(), shorter);
+
+    control.SetLabel("");
+    adjust_txtctrl_divider(&control);
+    EXPECT_EQ(control.Divider(), 0);
+}
+
+}  // namespace
