@@ -1,0 +1,14 @@
+#pragma once
+
+// The version comes from the build (LORIVANE_VERSION, set from the project's own number), so
+// that it is written down in one place.
+
+#ifndef LORIVANE_VERSION
+#error "LORIVANE_VERSION must be given by the build"
+#endif
+
+/// What the user and the settings files see, for example "Ver0.1.0".
+constexpr char gAppVer[] = "Ver" LORIVANE_VERSION;
+
+constexpr char kAppName[] = "Lorivane";
+constexpr char kAppSignature[] = "application/x-vnd.ZELKAN-Lorivane";

@@ -1,0 +1,151 @@
+#include "app/LorivaneApp.h"
+
+#include <app/AppDefs.h>
+#include <app/Message.h>
+#include <app/MessageFilter.h>
+#include <app/Messenger.h>
+#include <functional>
+#include <gtest/gtest.h>
+
+#include "app/MessageCodes.h"
+#include "app/Version.h"
+#include "settings/ExitStates.h"
+#include "tests/framework/TestWindows.h"
+#include "tests/settings/SettingsHome.h"
+#include "window/LorivaneWindow.h"
+
+namespace {
+
+/// Sees every message of a window, and who it was for, and lets it pass.
+class TSpyFilter : public BMessageFilter {
+public:
+    explicit TSpyFilter(TLog* log) : BMessageFilter(B_ANY_DELIVERY, B_ANY_SOURCE), fLog(log) {}
+
+    filter_result Filter(BMessage* message, BHandler** target) override {
+        const bool isOurs = message->HasInt32("tag") || message->what == B_REFS_RECEIVED;
+        if (isOurs)
+            fLog->Add(Spelling(message->what) + (*target == Looper() ? " window" : " view"));
+        return B_DISPATCH_MESSAGE;
+    }
+
+    static std::string Spelling(uint32 code) {
+        return {static_cast<char>(code >> 24), static_cast<char>(code >> 16),
+            static_cast<char>(code >> 8), static_cast<char>(code)};
+    }
+
+private:
+    TLog* fLog;
+};
+
+class LorivaneAppTest : public testing::Test {
+protected:
+    /// Runs the application, and beside it `user`, who must make it quit.
+    void RunApp(const std::function<void(recording::Window&)>& user) {
+        auto app = std::make_unique<TLorivaneApp>();
+        EXPECT_STREQ(app->Signature(), "application/x-vnd.ZELKAN-Lorivane");
+        EXPECT_EQ(app->CountWindows(), 1);
+        fWindow = dynamic_cast<TLorivaneWindow*>(app->WindowAt(0));
+        ASSERT_NE(fWindow, nullptr);
+        with_lock(fWindow, [&] { fWindow->AddCommonFilter(new TSpyFilter(&fLog)); });
+        std::thread thread([&] {
+            const auto windows = recording::TheRecordingDisplay().Windows();
+            ASSERT_EQ(windows.size(), 1U);
+            fScreen = windows.front();
+            EXPECT_TRUE(recording::WaitFor([&] { return fScreen->IsShown(); }));
+            user(*fScreen);
+        });
+        app->Run();
+        thread.join();
+        app.reset();
+        EXPECT_FALSE(fScreen->IsOpen());
+    }
+
+    TSettingsHome fHome;
+    TLog fLog;
+    TLorivaneWindow* fWindow = nullptr;
+    std::shared_ptr<recording::Window> fScreen;
+};
+
+TEST_F(LorivaneAppTest, OpensTheMainWindowAtTheSavedFrame) {
+    gExitStates.fWindowFrame = BRect(120, 130, 620, 530);
+    RunApp([](recording::Window& screen) {
+        EXPECT_EQ(screen.Frame(), BRect(120, 130, 620, 530));
+        EXPECT_EQ(screen.Spec().look, B_DOCUMENT_WINDOW_LOOK);
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+}
+
+TEST_F(LorivaneAppTest, ShowsAnEmptyWindowWithoutFiles) {
+    RunApp([this](recording::Window&) {
+        EXPECT_EQ(with_lock(fWindow, [&] { return fWindow->CurrentImage(); }), nullptr);
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+}
+
+TEST_F(LorivaneAppTest, QuitsWhenTheMainWindowIsClosedAndRemembersItsFrame) {
+    gExitStates.fWindowFrame = BRect(120, 130, 620, 530);
+    RunApp([this](recording::Window& screen) {
+        screen.UserMove(BPoint(200, 210));
+        screen.UserResize(444, 333);
+        const BRect expected(200, 210, 644, 543);
+        EXPECT_TRUE(recording::WaitFor(
+            [&] { return with_lock(fWindow, [&] { return fWindow->Frame(); }) == expected; }));
+        screen.PressCloseBox();
+    });
+    EXPECT_EQ(gExitStates.fWindowFrame, BRect(200, 210, 644, 543));
+}
+
+TEST_F(LorivaneAppTest, RelaysPreferenceNoticesToTheMainWindowAndThatToTheView) {
+    constexpr uint32 kNotices[] = {kPrefDisplayOption, kPrefEnableComment, kPrefEnablePreload,
+        kPrefCommentAlign, kPrefCommentEncoding, kPrefCommentFontFamily, kPrefCommentFontSize,
+        kPrefCommentMargin, kPrefCommentPadding, kPrefCommentFileExts, kPrefColors};
+    std::vector<std::string> expected;
+    for (const uint32 notice : kNotices) {
+        expected.push_back(TSpyFilter::Spelling(notice) + " window");
+        expected.push_back(TSpyFilter::Spelling(notice) + " view");
+    }
+    RunApp([&](recording::Window&) {
+        size_t relayed = 0;
+        for (const uint32 notice : kNotices) {
+            BMessage message(notice);
+            message.AddInt32("tag", 1);
+            EXPECT_EQ(BMessenger(be_app).SendMessage(&message), B_OK);
+            relayed += 2;
+            fLog.WaitFor(relayed);
+        }
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+    EXPECT_EQ(fLog.Entries(), expected);
+}
+
+TEST_F(LorivaneAppTest, RelaysFilesToTheMainWindowAndThatToTheView) {
+    RunApp([this](recording::Window&) {
+        BMessage message(B_REFS_RECEIVED);
+        EXPECT_EQ(BMessenger(be_app).SendMessage(&message), B_OK);
+        EXPECT_EQ(fLog.WaitFor(2), (std::vector<std::string>{"_RRC window", "_RRC view"}));
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+}
+
+TEST_F(LorivaneAppTest, AnswersWhatItDoesNotKnow) {
+    RunApp([this](recording::Window&) {
+        BMessage unknown('unkn');
+        unknown.AddInt32("tag", 1);
+        BMessage reply;
+        EXPECT_EQ(BMessenger(be_app).SendMessage(&unknown, &reply), B_OK);
+        EXPECT_EQ(reply.what, static_cast<uint32>(B_MESSAGE_NOT_UNDERSTOOD));
+        EXPECT_TRUE(fLog.Entries().empty());
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+}
+
+TEST_F(LorivaneAppTest, MayBeAskedToQuitManyTimes) {
+    RunApp([](recording::Window& screen) {
+        for (int i = 0; i < 20; i++) {
+            screen.PressCloseBox();
+            be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+        }
+    });
+}
+
+}  // namespace
