@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <support/SupportDefs.h>
+#include <vector>
+
+namespace BPrivate {
+
+/// The words the process was started with; the first is the program's.
+std::vector<std::string> CommandLine();
+/// Takes the place of the process's own.
+void SetCommandLine(std::vector<std::string> words);
+
+/// What a command line asks for.
+struct CommandLineFiles {
+    std::vector<std::string> paths;   ///< those that exist, in order, as they were given
+    std::vector<std::string> errors;  ///< a line each for those that do not, without its end
+};
+
+/// Sorts the words into files and errors. A word that begins with '-' is an option, and there are
+/// none; after "--" every word is a file.
+CommandLineFiles FilesOfCommandLine(const std::vector<std::string>& words);
+
+/// The text as one line that a terminal shows and does not obey: control characters, and bytes
+/// that are not UTF-8, are written as \xNN.
+std::string Printable(std::string_view text);
+
+}  // namespace BPrivate
