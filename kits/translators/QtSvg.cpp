@@ -1,0 +1,102 @@
+#include "kits/translators/Problem.h"
+#include "kits/translators/QtSvg.h"
+#include <QGuiApplication>
+#include <QXmlStreamReader>
+#include <algorithm>
+#include <zlib.h>
+
+namespace BPrivate::AddOn {
+
+// Drawings of maps have some tens of megabytes; and every element is an object in memory.
+static constexpr qsizetype kMaxText = 128 * 1024 * 1024;
+// The reader of the drawing calls itself for every level.
+static constexpr int kMaxDepth = 200;
+
+static bool IsCompressed(Source& source) {
+    uint8 magic[2];
+    return source.ReadAt(0, magic, 2) == 2 && magic[0] == 0x1f && magic[1] == 0x8b;
+}
+
+// Up to `limit` bytes of the file's text. `whole` tells whether that is all there is.
+static bool ReadText(Source& source, qsizetype limit, QByteArray* text, bool* whole) {
+    const bool compressed = IsCompressed(source);
+    constexpr int kGzipFormat = 16;
+    z_stream stream{};
+    if (compressed && inflateInit2(&stream, kGzipFormat + MAX_WBITS) != Z_OK)
+        return false;
+    text->clear();
+    *whole = false;
+    bool sound = true;
+    QByteArray in(64 * 1024, Qt::Uninitialized);
+    QByteArray out(256 * 1024, Qt::Uninitialized);
+    for (int64 offset = 0; text->size() < limit && !*whole;) {
+        const int64 got = source.ReadAt(offset, in.data(),
+            size_t(compressed ? in.size() : std::min(in.size(), limit - text->size())));
+        if (got <= 0) {
+            *whole = got == 0 && !compressed;
+            sound = *whole;
+            break;
+        }
+        offset += got;
+        if (!compressed) {
+            text->append(in.constData(), got);
+            continue;
+        }
+        stream.next_in = reinterpret_cast<Bytef*>(in.data());
+        stream.avail_in = uInt(got);
+        do {
+            stream.next_out = reinterpret_cast<Bytef*>(out.data());
+            stream.avail_out = uInt(std::min(out.size(), limit - text->size()));
+            const int result = inflate(&stream, Z_NO_FLUSH);
+            text->append(out.constData(), reinterpret_cast<char*>(stream.next_out) - out.data());
+            *whole = result == Z_STREAM_END;
+            sound = result == Z_OK || result == Z_STREAM_END || result == Z_BUF_ERROR;
+        } while (sound && !*whole && stream.avail_out == 0 && text->size() < limit);
+        if (!sound)
+            break;
+    }
+    if (compressed)
+        inflateEnd(&stream);
+    return sound;
+}
+
+bool IsSvg(Source& source) {
+    QByteArray begin;
+    bool whole;
+    // Comments and a document type may precede the first element.
+    constexpr qsizetype kBegin = 16 * 1024;
+    if (!ReadText(source, kBegin, &begin, &whole))
+        return false;
+    QXmlStreamReader xml(begin);
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement)
+            return xml.name() == u"svg";
+    }
+    return false;
+}
+
+status_t ReadSvg(Source& source, QByteArray* text, Problem* problem) {
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr)
+        return Fail(problem, B_NOT_SUPPORTED, "drawings need a running display");
+    bool whole;
+    if (!ReadText(source, kMaxText, text, &whole))
+        return Fail(problem, B_BAD_DATA, "the drawing's text cannot be read");
+    if (!whole)
+        return Fail(
+            problem, B_NO_MEMORY, "the drawing has more than %d bytes of text", int(kMaxText));
+    QXmlStreamReader xml(*text);
+    int depth = 0;
+    while (!xml.atEnd()) {
+        const auto token = xml.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1
+            : token == QXmlStreamReader::EndElement      ? -1
+                                                         : 0;
+        if (depth > kMaxDepth)
+            return Fail(problem, B_BAD_DATA, "the drawing is nested more than %d deep", kMaxDepth);
+    }
+    if (xml.hasError())
+        return Fail(problem, B_BAD_DATA, "%s", xml.errorString().toUtf8().constData());
+    return B_OK;
+}
+
+}  // namespace BPrivate::AddOn

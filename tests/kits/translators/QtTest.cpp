@@ -1,0 +1,250 @@
+#include "tests/kits/translators/QtFile.h"
+#include <QBuffer>
+#include <QColorSpace>
+#include <QCoreApplication>
+#include <QImageReader>
+#include <gtest/gtest.h>
+#include <thread>
+#include <zlib.h>
+
+static constexpr char kAddOn[] = "qt-translator.so";
+
+static Bytes FromText(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+static Sample Lossless(const std::string& name, const std::string& format, const Bytes& file,
+    const Picture& expected) {
+    return {"qt_" + name, kAddOn, format, file, expected, 0, false, false};
+}
+
+static Sample Written(const QByteArray& qtName, const std::string& format, const QImage& image,
+    const QByteArray& subType = {}) {
+    const std::string suffix = subType.isEmpty() ? "" : "_" + subType.toStdString();
+    return Lossless(qtName.toStdString() + suffix, format, MakeQtFile(image, qtName, subType),
+        FromQImage(image));
+}
+
+static std::string RunLengthBmp() {
+    // Two rows of four pixels, bottom first: 3 of colour 1 and 1 of colour 2; then four as they
+    // are.
+    const std::string colors("\0\0\0\0\0\0\xff\0\0\xff\0\0\xff\0\0\0", 16);
+    const std::string runs("\x03\x01\x01\x02\0\0\0\x04\1\2\3\0\0\1", 14);
+    const auto number = [](uint64 value, int bytes) {
+        std::string text;
+        for (int i = 0; i < bytes; i++)
+            text += char(value >> (8 * i));
+        return text;
+    };
+    const size_t offset = 14 + 40 + colors.size();
+    return "BM" + number(offset + runs.size(), 4) + number(0, 4) + number(offset, 4) +
+        number(40, 4) + number(4, 4) + number(2, 4) + number(1, 2) + number(8, 2) + number(1, 4) +
+        number(runs.size(), 4) + number(0, 8) + number(4, 4) + number(0, 4) + colors + runs;
+}
+
+static Picture RunLengthPicture() {
+    const uint32 black = Bgra(0, 0, 0);
+    const uint32 red = Bgra(255, 0, 0);
+    const uint32 green = Bgra(0, 255, 0);
+    const uint32 blue = Bgra(0, 0, 255);
+    return {4, 2, {red, green, blue, black, red, red, red, green}};
+}
+
+static Bytes MakeTga(const Picture& picture) {
+    Bytes file = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, uint8(picture.width), 0,
+        uint8(picture.height), 0, 24, 0x20};
+    for (const uint32 pixel : picture.pixels)
+        file.insert(file.end(), {uint8(pixel), uint8(pixel >> 8), uint8(pixel >> 16)});
+    file.insert(file.end(), 8, 0);
+    const std::string footer("TRUEVISION-XFILE.", 18);
+    file.insert(file.end(), footer.begin(), footer.end());
+    return file;
+}
+
+static std::string PlainPixmap(const Picture& picture) {
+    std::string text = "P3\n# a comment\n" + std::to_string(picture.width) + " " +
+        std::to_string(picture.height) + "\n255\n";
+    for (const uint32 pixel : picture.pixels)
+        text += std::to_string(pixel >> 16 & 0xff) + " " + std::to_string(pixel >> 8 & 0xff) + " " +
+            std::to_string(pixel & 0xff) + "\n";
+    return text;
+}
+
+static const char kDrawing[] =
+    "<?xml version=\"1.0\"?>\n<!-- a drawing -->\n"
+    "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"2\">"
+    "<rect width=\"4\" height=\"2\" fill=\"#f00\"/></svg>";
+
+static Bytes Compressed(const std::string& text) {
+    z_stream stream{};
+    deflateInit2(&stream, 9, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
+    Bytes file(text.size() + 100);
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+    stream.avail_in = uInt(text.size());
+    stream.next_out = file.data();
+    stream.avail_out = uInt(file.size());
+    deflate(&stream, Z_FINISH);
+    file.resize(stream.total_out);
+    deflateEnd(&stream);
+    return file;
+}
+
+std::vector<Sample> QtSamples() {
+    const Picture picture = MakePicture(13, 9);
+    const QImage color = ToQImage(picture);
+    const QImage alpha = ToQImage(MakePicture(13, 9, -1));
+    QImage mono = color.convertToFormat(QImage::Format_Mono);
+    const QImage gray = color.convertToFormat(QImage::Format_Grayscale8);
+    const Picture red{4, 2, std::vector<uint32>(8, Bgra(255, 0, 0))};
+    std::vector<Sample> samples = {
+        Written("bmp", "BMP image", color.convertToFormat(QImage::Format_RGB32)),
+        Written("ppm", "PPM image", color),
+        Written("pgm", "PGM image", gray),
+        Written("pbm", "PBM image", mono),
+        Written("xbm", "XBM image", mono),
+        Written("xpm", "XPM image", color.convertToFormat(QImage::Format_RGB32)),
+        Written("ico", "Icon", color),
+        Lossless("bmp_runs", "BMP image", FromText(RunLengthBmp()), RunLengthPicture()),
+        Lossless("gif", "GIF image", MakeGif(13, 9), GifPicture(13, 9)),
+        Lossless("gif_frames", "GIF image", MakeGif(13, 9, 2), GifPicture(13, 9)),
+        Lossless("ppm_plain", "PPM image", FromText(PlainPixmap(picture)), picture),
+        Lossless("tga", "TGA image", MakeTga(picture), picture),
+        Lossless("svg", "SVG image", FromText(kDrawing), red),
+        Lossless("svgz", "SVG image", Compressed(kDrawing), red),
+    };
+    samples[samples.size() - 1].needsApplication = true;
+    samples[samples.size() - 2].needsApplication = true;
+    // Where the plug-ins are installed, as the packages list demands.
+    for (const auto& [qtName, format] : {std::pair<QByteArray, std::string>("tiff", "TIFF image"),
+             {"webp", "WebP image"}, {"icns", "ICNS icon"}}) {
+        // TIFF keeps colours multiplied by alpha; icons have certain sizes.
+        const QImage image = qtName == "icns" ? ToQImage(MakePicture(16, 16, -1))
+            : qtName == "tiff"                ? color
+                                              : alpha;
+        if (QImageReader::supportedImageFormats().contains(qtName))
+            samples.push_back(Written(qtName, format, image));
+    }
+    return samples;
+}
+
+static status_t Try(const Bytes& file, Picture* picture = nullptr) {
+    Picture own;
+    return DecodeFile(LoadAddOn(kAddOn), file, picture != nullptr ? picture : &own);
+}
+
+TEST(QtTest, TheFormatsOfThePackagesAreThere) {
+    for (const char* format : {"bmp", "gif", "ico", "ppm", "svg", "tga", "tiff", "webp", "xpm"})
+        EXPECT_TRUE(QImageReader::supportedImageFormats().contains(format)) << format;
+}
+
+TEST(QtTest, TakesNothingForAnImageThatIsNone) {
+    const std::string zeros(2000, '\0');
+    std::string film = zeros;
+    film.replace(3, 13,
+        "\x18"
+        "ftypmp42\0\0\0\0",
+        13);
+    std::string font = zeros;
+    font[1] = '\x01';
+    const struct {
+        const char* name;
+        Bytes file;
+    } kCases[] = {
+        {"nothing", {}},
+        {"one byte", {0}},
+        {"text", FromText("A comment about a picture.\n")},
+        {"zeros", FromText(zeros)},
+        {"film", FromText(film)},
+        {"font", FromText(font)},
+        {"JPEG", {0xff, 0xd8, 0xff, 0xe0, 0, 16}},
+        {"PNG", FromText("\x89PNG\r\n\x1a\n")},
+        {"page", FromText("<?xml version=\"1.0\"?><html><svg/></html>")},
+        {"metadata", FromText("<?xpacket begin=''?><x:xmpmeta xmlns:x='adobe:ns:meta/'/>")},
+        {"compressed text", Compressed("A compressed comment")},
+        {"compressed page", Compressed("<?xml version=\"1.0\"?><html/>")},
+    };
+    for (const auto& test : kCases)
+        EXPECT_EQ(IdentifyFile(LoadAddOn(kAddOn), test.file), "") << test.name;
+}
+
+TEST(QtTest, TurnsThePictureUprightOnce) {
+    if (!QImageReader::supportedImageFormats().contains("tiff"))
+        GTEST_SKIP() << "Qt's plug-in for TIFF is not installed";
+    // Qt's transformations in the order of the orientations 1 to 8.
+    using Io = QImageIOHandler;
+    static constexpr Io::Transformation kTransformations[] = {Io::TransformationNone,
+        Io::TransformationMirror, Io::TransformationRotate180, Io::TransformationFlip,
+        Io::TransformationFlipAndRotate90, Io::TransformationRotate90,
+        Io::TransformationMirrorAndRotate90, Io::TransformationRotate270};
+    const Picture picture = MakePicture(13, 9);
+    for (int i = 0; i < 8; i++) {
+        Picture decoded;
+        ASSERT_EQ(
+            Try(MakeQtFile(ToQImage(picture), "tiff", {}, kTransformations[i]), &decoded), B_OK);
+        EXPECT_EQ(decoded, Upright(picture, i + 1)) << i + 1;
+    }
+}
+
+TEST(QtTest, ConvertsColorSpaces) {
+    if (!QImageReader::supportedImageFormats().contains("tiff"))
+        GTEST_SKIP() << "Qt's plug-in for TIFF is not installed";
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(qRgb(128, 128, 128));
+    image.setColorSpace(QColorSpace(QColorSpace::SRgbLinear));
+    Picture decoded;
+    ASSERT_EQ(Try(MakeQtFile(image, "tiff"), &decoded), B_OK);
+    const Picture light{3, 2, std::vector<uint32>(6, Bgra(188, 188, 188))};
+    EXPECT_LE(Difference(decoded, light), 1) << std::hex << decoded.pixels[0];
+}
+
+TEST(QtTest, RefusesHugeSizesAtOnce) {
+    const struct {
+        const char* name;
+        std::string file;
+    } kCases[] = {
+        {"ppm", "P6\n60000 60000\n255\nabc"},
+        {"ppm, overflowing", "P6\n2000000000 2000000000\n255\nabc"},
+        {"ppm, plain", "P3\n60000 60000\n255\n1 2 3 "},
+        {"xbm", "#define a_width 60000\n#define a_height 60000\nstatic char a[] = {\n 0x00 };"},
+        {"xpm",
+            "/* XPM */\nstatic char * a[] = {\n\"60000 60000 1 1\",\n\"a c #000000\",\n\"a\"};"},
+        {"gif", "GIF89a\xff\xff\xff\xff" + std::string(40, 'a')},
+        {"bmp", RunLengthBmp().replace(18, 8, "\0\0\0\x10\0\0\0\x10", 8)},
+    };
+    for (const auto& test : kCases)
+        EXPECT_NE(Try(FromText(test.file)), B_OK) << test.name;
+}
+
+TEST(QtTest, NeedsNoApplicationAndAnyThreadWillDo) {
+    if (QCoreApplication::instance() != nullptr)
+        GTEST_SKIP() << "another test has made an application; alone this one shows it";
+    std::thread([] {
+        for (const Sample& sample : QtSamples()) {
+            Picture picture;
+            const status_t status = Try(sample.file, &picture);
+            EXPECT_EQ(status, sample.needsApplication ? B_NOT_SUPPORTED : B_OK) << sample;
+        }
+    }).join();
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+}
+
+TEST(QtTest, DrawingsWithTextAreDrawnOnAnyThread) {
+    EnsureApplication();
+    const std::string drawing =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"60\" height=\"20\">"
+        "<text x=\"1\" y=\"15\">words</text></svg>";
+    std::thread([&] { EXPECT_EQ(Try(FromText(drawing)), B_OK); }).join();
+}
+
+TEST(QtTest, RefusesDrawingsWithoutEnd) {
+    EnsureApplication();
+    std::string deep = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\">";
+    for (int i = 0; i < 100000; i++)
+        deep += "<g>";
+    EXPECT_EQ(Try(FromText(deep)), B_BAD_DATA);
+    // Compressed a thousandfold.
+    std::string large =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\"><g id='";
+    large += std::string(200 * 1024 * 1024, 'a');
+    EXPECT_EQ(Try(Compressed(large)), B_NO_MEMORY);
+}
