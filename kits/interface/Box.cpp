@@ -1,0 +1,77 @@
+#include <app/Message.h>
+#include <interface/Box.h>
+
+#include "kits/interface/ControlPeer.h"
+
+using namespace BPrivate;
+
+namespace {
+
+// An archive tells its class by name; the class has to be known before one is met.
+[[maybe_unused]] const bool kRegistered = [] {
+    register_instantiation_func("BBox", BBox::Instantiate);
+    return true;
+}();
+
+}  // namespace
+
+class BBox::Peer : public ControlPeer {
+public:
+    explicit Peer(BBox& box) : fBox(box) {}
+
+    ControlState State() const override { return BoxState{fBox.fBorder, fBox.fLabel}; }
+    std::string AccessibleName() const override {
+        return fBox.fLabel.empty() ? ControlPeer::AccessibleName() : fBox.fLabel;
+    }
+    void UserChanged(const BMessage&) override {}
+
+private:
+    BBox& fBox;
+};
+
+BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, border_style border)
+    : BView(frame, name, resizingMode, flags), fBorder(border) {
+    ControlPeer::Install(*this, std::make_unique<Peer>(*this));
+}
+
+BBox::BBox(BMessage* archive)
+    : BView(archive), fLabel(archive->GetString("_label", "")),
+      fBorder(static_cast<border_style>(archive->GetInt32("_style", B_FANCY_BORDER))) {
+    ControlPeer::Install(*this, std::make_unique<Peer>(*this));
+}
+
+BBox::~BBox() = default;
+
+BArchivable* BBox::Instantiate(BMessage* archive) {
+    return validate_instantiation(archive, "BBox") ? new BBox(archive) : nullptr;
+}
+
+status_t BBox::Archive(BMessage* archive, bool deep) const {
+    status_t status = BView::Archive(archive, deep);
+    if (status == B_OK && !fLabel.empty())
+        status = archive->AddString("_label", fLabel.c_str());
+    if (status == B_OK)
+        status = archive->AddInt32("_style", fBorder);
+    return status;
+}
+
+void BBox::SetBorder(border_style border) {
+    if (border == fBorder)
+        return;
+    fBorder = border;
+    _StateChanged();
+}
+
+void BBox::SetLabel(const char* label) {
+    const std::string text = label == nullptr ? "" : label;
+    if (text == fLabel)
+        return;
+    fLabel = text;
+    _StateChanged();
+}
+
+void BBox::_StateChanged() {
+    ControlPeer* peer = ControlPeer::Of(this);
+    peer->StateChanged();
+    peer->PlaceChanged();  // the label is the accessible name
+}

@@ -1,0 +1,226 @@
+#pragma once
+
+// The narrow waist between the kits and the screen.
+//
+// Threads. The display lives on the process's main thread: it is created there by the first call
+// of TheDisplay() and runs there in Run(). Every other function may be called from any thread and
+// none of them waits for the main thread, except where "waits" is written. What is handed in is
+// copied before the call returns. Calls made by one thread take effect in their order.
+//
+// Events come back as messages to the messenger the window was created with; they are listed
+// beside DisplayWindow. A messenger to a window that is gone drops them, so neither side has to
+// outlive the other.
+
+#include <app/Messenger.h>
+#include <interface/GraphicsDefs.h>
+#include <interface/InterfaceDefs.h>
+#include <interface/Point.h>
+#include <interface/Rect.h>
+#include <interface/Window.h>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace BPrivate {
+
+/// A block of 32-bit pixels in memory (B, G, R, A; alpha not premultiplied), rows top to bottom.
+/// Borrowed: valid only as long as its owner says.
+struct PixelBuffer {
+    uint8* bits = nullptr;
+    int32 bytesPerRow = 0;
+    int32 width = 0;   ///< in pixels
+    int32 height = 0;  ///< in pixels
+};
+
+/// A font as a view asks for it. `size` is in pixels.
+struct FontSpec {
+    std::string family;  ///< empty: the desktop's own
+    float size = 12;
+    bool bold = false;
+    bool italic = false;
+
+    bool operator==(const FontSpec&) const = default;
+};
+
+/// Distances from the baseline in pixels, all positive.
+struct FontMetrics {
+    float ascent = 0;
+    float descent = 0;
+    float leading = 0;
+};
+
+/// Names one control within its window. Never used again within the process.
+using ControlId = int32;
+
+// What a control shows. One structure a kind of control; the kind of an id never changes.
+
+struct ScrollBarState {
+    orientation direction = B_VERTICAL;
+    float min = 0;
+    float max = 0;
+    float value = 0;
+    float proportion = 0;  ///< visible part of the whole, 0 to 1; 0 when unknown
+    float smallStep = 1;
+    float bigStep = 10;
+};
+
+struct StringViewState {
+    std::string text;
+    alignment align = B_ALIGN_LEFT;
+    FontSpec font = {};
+    rgb_color color{0, 0, 0, 255};
+    bool systemColor = true;  ///< the theme's own text colour instead of `color`
+};
+
+struct BoxState {
+    border_style border = B_FANCY_BORDER;
+    std::string label;
+};
+
+struct ButtonState {
+    std::string label;
+    bool isDefault = false;
+    bool pressed = false;
+};
+
+struct CheckBoxState {
+    std::string label;
+    bool on = false;
+};
+
+struct RadioButtonState {
+    std::string label;
+    bool on = false;
+};
+
+struct TextControlState {
+    std::string label;
+    std::string text;
+    float divider = 0;  ///< where the text field starts, from the control's left edge
+};
+
+using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, ButtonState,
+    CheckBoxState, RadioButtonState, TextControlState>;
+
+/// What every control has besides its state.
+struct ControlPlace {
+    std::string name;  ///< accessible name where the state has no label
+    BRect frame;       ///< in window coordinates
+    BRect clip;        ///< the part the views around it leave; invalid: all of it
+    bool visible = true;
+    bool enabled = true;
+    bool focused = false;    ///< has the window's keyboard focus
+    bool navigable = false;  ///< a click gives it the keyboard focus
+};
+
+/// How a window is made. The frame is that of its content, in screen coordinates.
+struct WindowSpec {
+    BRect frame;
+    std::string title;
+    window_look look = B_TITLED_WINDOW_LOOK;
+    window_feel feel = B_NORMAL_WINDOW_FEEL;
+    uint32 flags = 0;
+};
+
+/// The screen's side of one window. Destroying it closes the window on the screen.
+///
+/// Messages sent to the window's messenger. Every one has "when" (int64, `system_time()` at its
+/// arrival). Positions are in window coordinates.
+///
+/// | what | fields |
+/// |---|---|
+/// | `B_KEY_DOWN`, `B_KEY_UP`, `B_UNMAPPED_KEY_DOWN`, `B_UNMAPPED_KEY_UP` | "key" int32, "modifiers" int32, "raw_char" int32, "byte" int8 array, "bytes" string, "be:key_repeat" int32 count when repeated; "control" int32 when one had the focus |
+/// | `B_MODIFIERS_CHANGED` | "modifiers", "be:old_modifiers" int32 |
+/// | `B_MOUSE_DOWN` | "be:window_where" point, "buttons", "clicks", "modifiers" int32 |
+/// | `B_MOUSE_UP` | "be:window_where" point, "buttons", "modifiers" int32 (buttons still held) |
+/// | `B_MOUSE_MOVED` | "be:window_where" point, "buttons", "modifiers" int32, "be:inside" bool |
+/// | `B_MOUSE_WHEEL_CHANGED` | "be:wheel_delta_x", "be:wheel_delta_y" float, in notches; down and right are positive; "be:window_where" point |
+/// | `B_SIMPLE_DATA` (a drop) | "refs" refs; "_drop_point_" point (screen), "be:window_where" point |
+/// | `B_WINDOW_RESIZED` | "width", "height" int32 (kit units: pixels less one), "serial" int32 |
+/// | `B_WINDOW_MOVED` | "where" point (screen), "serial" int32 |
+/// | `B_WINDOW_ACTIVATED` | "active" bool |
+/// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
+/// | `B_ZOOM` | none: the desktop did it already |
+/// | `B_QUIT_REQUESTED` | none: the close box |
+/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1) or "text" string (text control) |
+/// | `kControlFocused` | "control" int32: the user moved the focus to it; 0: to the window's own content |
+///
+/// "serial" is that of the last SetFrame or SetControl the display had carried out: an event with
+/// an older one than the window's latest crossed it on the way, and the window ignores it.
+class DisplayWindow {
+public:
+    virtual ~DisplayWindow() = default;
+
+    virtual void SetTitle(const std::string& title) = 0;
+    virtual void SetFrame(BRect frame, int32 serial) = 0;
+    /// Smallest and largest width and height, in kit units.
+    virtual void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight) = 0;
+
+    virtual void Show() = 0;
+    virtual void Hide() = 0;
+    /// Brings the window to the front and gives it the focus.
+    virtual void Activate() = 0;
+    virtual void Minimize(bool minimize) = 0;
+
+    /// Makes the control, or changes it. An event of the user's carries the serial back.
+    virtual void SetControl(ControlId id, const ControlState& state, int32 serial) = 0;
+    /// Only for an id already given to SetControl. Later ids lie above earlier ones.
+    virtual void PlaceControl(ControlId id, const ControlPlace& place) = 0;
+    virtual void RemoveControl(ControlId id) = 0;
+
+    /// Shows the given area of the back buffer on the screen. The buffer covers the whole window
+    /// content and its alpha is ignored; the area is in window coordinates.
+    virtual void Present(const PixelBuffer& backBuffer, BRect area) = 0;
+};
+
+/// `kControlChanged` and `kControlFocused` are private to the kits.
+constexpr uint32 kControlChanged = '_CCH';
+constexpr uint32 kControlFocused = '_CFO';
+
+/// The display of the process.
+class Display {
+public:
+    virtual ~Display() = default;
+
+    /// Serves the screen until Quit() was called, also when that was before. Main thread only.
+    virtual void Run() = 0;
+    virtual void Quit() = 0;
+
+    /// A hidden window.
+    virtual std::unique_ptr<DisplayWindow> CreateWindow(
+        const WindowSpec& spec, const BMessenger& target) = 0;
+
+    /// The rectangle of the main screen in screen coordinates.
+    virtual BRect MainScreenFrame() = 0;
+
+    /// The modifier keys held now: `B_SHIFT_KEY` and so on.
+    virtual uint32 Modifiers() = 0;
+    /// The modifiers and the keys held now.
+    virtual void GetKeyInfo(key_info& info) = 0;
+
+    virtual rgb_color UiColor(color_which which) = 0;
+
+    /// The names of the installed scalable font families, sorted.
+    virtual std::vector<std::string> FontFamilies() = 0;
+    virtual FontMetrics Metrics(const FontSpec& font) = 0;
+    /// The advance of the text in pixels.
+    virtual float StringWidth(const FontSpec& font, const std::string& utf8) = 0;
+    /// Blends the text into the buffer, its baseline starting at `origin`, nothing outside `clip`
+    /// (pixels of the buffer, edges inclusive).
+    virtual void DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
+        const FontSpec& font, const std::string& utf8) = 0;
+    /// The size a control with this state wants, as width and height in kit units. Waits for the
+    /// main thread.
+    virtual BPoint PreferredSize(const ControlState& state) = 0;
+};
+
+/// The display of this process, made by the first call, which must come from the main thread.
+/// Destroyed by the end of the process.
+Display& TheDisplay();
+
+/// Makes the display TheDisplay() hands out. Defined once by the library that has a display:
+/// `kits/desktop`, or a test's recording one.
+std::unique_ptr<Display> CreateDisplay();
+
+}  // namespace BPrivate

@@ -1,0 +1,51 @@
+#pragma once
+
+// Pixel work, as functions of their arguments. Destinations are 32-bit (B, G, R, A; alpha not
+// premultiplied). `clip` is in pixels of the destination and may reach beyond it; nothing outside
+// of either is touched.
+
+#include <interface/GraphicsDefs.h>
+#include <interface/View.h>
+
+#include "kits/interface/Display.h"
+#include "kits/interface/PixelRule.h"
+
+namespace BPrivate {
+
+/// How to paint: what B_OP_ALPHA does with a colour's own alpha is what it does with a pixel's.
+struct Paint {
+    rgb_color high{0, 0, 0, 255};
+    rgb_color low{255, 255, 255, 255};
+    drawing_mode mode = B_OP_COPY;
+    pattern fill = B_SOLID_HIGH;
+};
+
+/// Pixels to read: a buffer and how it is to be understood.
+struct PixelSource {
+    PixelBuffer buffer;
+    color_space space = B_RGBA32;
+};
+
+namespace Painter {
+
+/// With B_OP_OVER, pixels of the low colour are left alone.
+void FillRect(const PixelBuffer& to, PixelRect clip, PixelRect rect, const Paint& paint);
+
+/// One pixel wide, both ends included.
+void DrawLine(const PixelBuffer& to, PixelRect clip, BPoint from, BPoint end, const Paint& paint);
+
+/// Each colour becomes 255 less its value.
+void InvertRect(const PixelBuffer& to, PixelRect clip, PixelRect rect);
+
+/// Draws the part `source` of the picture into `destination`: pixel for pixel when both are of one
+/// size, otherwise each pixel is the source's nearest. What of `source` is outside of the picture
+/// draws nothing. The two buffers do not overlap, or are the same and the areas do not.
+void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
+    PixelRect destination, drawing_mode mode);
+
+/// The colour that results from drawing one over the other by the upper one's alpha.
+rgb_color Blend(rgb_color over, rgb_color under);
+
+}  // namespace Painter
+
+}  // namespace BPrivate

@@ -1,0 +1,151 @@
+#include "kits/interface/Painter.h"
+
+#include <vector>
+
+#include "kits/interface/PixelOps.h"
+
+namespace BPrivate::Painter {
+
+namespace {
+
+const uint8* RowOf(const PixelBuffer& from, int32 y) {
+    return from.bits + static_cast<std::ptrdiff_t>(y) * from.bytesPerRow;
+}
+
+uint8* PixelOf(const PixelBuffer& to, int32 x, int32 y) {
+    return to.bits + static_cast<std::ptrdiff_t>(y) * to.bytesPerRow + std::ptrdiff_t{4} * x;
+}
+
+template <typename Write>
+void Put(uint8* to, Pixel over) {
+    Pixel under;
+    std::memcpy(&under, to, sizeof(under));
+    const Pixel mixed = Write::Mix(over, under);
+    std::memcpy(to, &mixed, sizeof(mixed));
+}
+
+/// Draws the area, whose pixels lie in the source at an offset of (dx, dy).
+template <typename Read, typename Write>
+void DrawSameSize(
+    const PixelBuffer& to, PixelRect area, const PixelBuffer& from, int32 dx, int32 dy) {
+    for (int32 y = area.top; y < area.bottom; y++) {
+        const uint8* source = RowOf(from, y + dy);
+        uint8* target = PixelOf(to, area.left, y);
+        for (int32 x = area.left; x < area.right; x++, target += 4)
+            Put<Write>(target, Read::At(source, x + dx));
+    }
+}
+
+template <>
+void DrawSameSize<ReadRgba32, WriteCopy>(
+    const PixelBuffer& to, PixelRect area, const PixelBuffer& from, int32 dx, int32 dy) {
+    const auto length = 4 * static_cast<std::size_t>(area.Width());
+    for (int32 y = area.top; y < area.bottom; y++) {
+        std::memcpy(PixelOf(to, area.left, y),
+            RowOf(from, y + dy) + std::ptrdiff_t{4} * (area.left + dx), length);
+    }
+}
+
+/// The source's position nearest to each of the positions from `first` on, or -1 outside of
+/// 0 to `limit` - 1. `size` positions of the source become `count` from `start` on.
+std::vector<int32> NearestPositions(
+    int32 first, int32 last, int32 start, int32 count, int32 sourceStart, int32 size, int32 limit) {
+    std::vector<int32> positions;
+    positions.reserve(static_cast<std::size_t>(last - first));
+    for (int32 at = first; at < last; at++) {
+        // The middle of the position, in halves so that all is whole numbers.
+        const int64 middle = 2 * (static_cast<int64>(at) - start) + 1;
+        const int64 nearest = sourceStart + middle * size / (2 * static_cast<int64>(count));
+        positions.push_back(nearest >= 0 && nearest < limit ? static_cast<int32>(nearest) : -1);
+    }
+    return positions;
+}
+
+/// The part of positions that are not -1; as they rise, it is in one piece.
+void InsideRange(const std::vector<int32>& positions, std::size_t& first, std::size_t& last) {
+    first = 0;
+    last = positions.size();
+    while (first < last && positions[first] < 0)
+        first++;
+    while (last > first && positions[last - 1] < 0)
+        last--;
+}
+
+template <typename Read, typename Write>
+void DrawScaled(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, PixelRect source,
+    PixelRect destination) {
+    const std::vector<int32> columns = NearestPositions(area.left, area.right, destination.left,
+        destination.Width(), source.left, source.Width(), from.width);
+    const std::vector<int32> rows = NearestPositions(area.top, area.bottom, destination.top,
+        destination.Height(), source.top, source.Height(), from.height);
+    std::size_t firstColumn = 0;
+    std::size_t lastColumn = 0;
+    InsideRange(columns, firstColumn, lastColumn);
+    if (firstColumn == lastColumn)
+        return;
+    const std::size_t length = 4 * (lastColumn - firstColumn);
+
+    int32 drawnRow = -1;
+    const uint8* drawn = nullptr;
+    for (std::size_t i = 0; i < rows.size(); i++) {
+        if (rows[i] < 0)
+            continue;
+        uint8* target = PixelOf(
+            to, area.left + static_cast<int32>(firstColumn), area.top + static_cast<int32>(i));
+        // Enlarged, a row is the same as the one before more often than not.
+        if constexpr (std::is_same_v<Write, WriteCopy>) {
+            if (rows[i] == drawnRow) {
+                std::memcpy(target, drawn, length);
+                continue;
+            }
+            drawnRow = rows[i];
+            drawn = target;
+        }
+        const uint8* row = RowOf(from, rows[i]);
+        for (std::size_t x = firstColumn; x < lastColumn; x++, target += 4)
+            Put<Write>(target, Read::At(row, columns[x]));
+    }
+}
+
+template <typename Read, typename Write>
+void Draw(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, PixelRect source,
+    PixelRect destination) {
+    if (source.Width() != destination.Width() || source.Height() != destination.Height()) {
+        DrawScaled<Read, Write>(to, area, from, source, destination);
+        return;
+    }
+    const int32 dx = source.left - destination.left;
+    const int32 dy = source.top - destination.top;
+    const PixelRect present{-dx, -dy, from.width - dx, from.height - dy};
+    if (const PixelRect seen = area & present; !seen.IsEmpty())
+        DrawSameSize<Read, Write>(to, seen, from, dx, dy);
+}
+
+template <typename Read>
+void DrawInMode(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, PixelRect source,
+    PixelRect destination, drawing_mode mode) {
+    switch (mode) {
+    case B_OP_COPY: Draw<Read, WriteCopy>(to, area, from, source, destination); break;
+    case B_OP_OVER: Draw<Read, WriteOver>(to, area, from, source, destination); break;
+    case B_OP_ALPHA: Draw<Read, WriteAlpha>(to, area, from, source, destination); break;
+    }
+}
+
+}  // namespace
+
+void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
+    PixelRect destination, drawing_mode mode) {
+    if (to.bits == nullptr || from.buffer.bits == nullptr || source.IsEmpty())
+        return;
+    const PixelRect area = clip & PixelRect{0, 0, to.width, to.height} & destination;
+    if (area.IsEmpty())
+        return;
+    switch (from.space) {
+    case B_RGBA32: DrawInMode<ReadRgba32>(to, area, from.buffer, source, destination, mode); break;
+    case B_RGB32: DrawInMode<ReadRgb32>(to, area, from.buffer, source, destination, mode); break;
+    case B_GRAY8: DrawInMode<ReadGray8>(to, area, from.buffer, source, destination, mode); break;
+    case B_NO_COLOR_SPACE: break;
+    }
+}
+
+}  // namespace BPrivate::Painter

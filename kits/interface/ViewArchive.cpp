@@ -1,0 +1,86 @@
+#include <app/Message.h>
+#include <interface/View.h>
+
+#include "kits/interface/ControlPeer.h"
+
+namespace {
+
+// An archive tells its class by name; the class has to be known before one is met.
+const bool kRegistered = [] {
+    register_instantiation_func("BView", BView::Instantiate);
+    return true;
+}();
+
+BRect FrameFrom(const BMessage* archive) {
+    BRect frame;
+    if (archive != nullptr)
+        (void)archive->FindRect("_frame", &frame);
+    return frame;
+}
+
+}  // namespace
+
+BView::BView(BMessage* archive) : BHandler(archive), fFrame(FrameFrom(archive)) {
+    (void)kRegistered;
+    if (archive == nullptr)
+        return;
+    int32 number = 0;
+    if (archive->FindInt32("_resize_mode", &number) == B_OK)
+        fResizingMode = static_cast<uint32>(number);
+    if (archive->FindInt32("_flags", &number) == B_OK)
+        fFlags = static_cast<uint32>(number);
+    (void)archive->FindColor("_color", 0, &fHighColor);
+    (void)archive->FindColor("_color", 1, &fLowColor);
+    (void)archive->FindColor("_color", 2, &fViewColor);
+    const char* family = nullptr;
+    if (archive->FindString("_fname", &family) == B_OK)
+        (void)fFont.SetFamilyAndStyle(family, nullptr);
+    float size = 0;
+    if (archive->FindFloat("_fsize", &size) == B_OK)
+        fFont.SetSize(size);
+    if (archive->FindInt32("_fface", &number) == B_OK)
+        fFont.SetFace(static_cast<uint16>(number));
+
+    BMessage childArchive;
+    for (int32 i = 0; archive->FindMessage("_views", i, &childArchive) == B_OK; i++) {
+        BArchivable* object = instantiate_object(&childArchive);
+        if (auto* child = dynamic_cast<BView*>(object); child != nullptr)
+            AddChild(child);
+        else
+            delete object;
+    }
+}
+
+BArchivable* BView::Instantiate(BMessage* archive) {
+    return validate_instantiation(archive, "BView") ? new BView(archive) : nullptr;
+}
+
+status_t BView::Archive(BMessage* archive, bool deep) const {
+    status_t status = BHandler::Archive(archive, deep);
+    const auto add = [&status](status_t result) {
+        if (status == B_OK)
+            status = result;
+    };
+    if (status != B_OK)
+        return status;
+    add(archive->AddRect("_frame", fFrame));
+    add(archive->AddInt32("_resize_mode", static_cast<int32>(fResizingMode)));
+    add(archive->AddInt32("_flags", static_cast<int32>(fFlags)));
+    add(archive->AddColor("_color", fHighColor));
+    add(archive->AddColor("_color", fLowColor));
+    add(archive->AddColor("_color", fViewColor));
+    font_family family;
+    fFont.GetFamilyAndStyle(&family, nullptr);
+    if (family[0] != '\0')
+        add(archive->AddString("_fname", family));
+    add(archive->AddFloat("_fsize", fFont.Size()));
+    add(archive->AddInt32("_fface", fFont.Face()));
+    if (!deep)
+        return status;
+    for (const auto& child : fChildren) {
+        BMessage childArchive;
+        add(child->Archive(&childArchive, true));
+        add(archive->AddMessage("_views", &childArchive));
+    }
+    return status;
+}

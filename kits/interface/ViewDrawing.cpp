@@ -1,0 +1,201 @@
+#include <cmath>
+#include <cstring>
+#include <interface/Bitmap.h>
+#include <interface/View.h>
+
+#include "kits/interface/BitmapAccess.h"
+#include "kits/interface/BitmapData.h"
+#include "kits/interface/FontAccess.h"
+#include "kits/interface/Painter.h"
+#include "kits/interface/ViewCanvas.h"
+
+using BPrivate::BitmapAccess;
+using BPrivate::BitmapData;
+using BPrivate::CoveredPixels;
+using BPrivate::FilledPixels;
+using BPrivate::IsFinite;
+using BPrivate::Paint;
+using BPrivate::PixelBuffer;
+using BPrivate::PixelRect;
+using BPrivate::ViewCanvas;
+
+namespace Painter = BPrivate::Painter;
+
+void BView::SetViewColor(rgb_color color) {
+    if (color == fViewColor)
+        return;
+    fViewColor = color;
+    Invalidate();
+}
+
+void BView::SetFont(const BFont* font, uint32 mask) {
+    if (font == nullptr)
+        return;
+    BPrivate::TakeFont(fFont, *font, mask);
+}
+
+void BView::GetFont(BFont* font) const {
+    if (font != nullptr)
+        *font = fFont;
+}
+
+void BView::SetFontSize(float size) {
+    BFont font(fFont);
+    font.SetSize(size);
+    SetFont(&font, B_FONT_SIZE);
+}
+
+void BView::GetFontHeight(font_height* height) const {
+    fFont.GetHeight(height);
+}
+
+float BView::StringWidth(const char* text) const {
+    return fFont.StringWidth(text);
+}
+
+float BView::StringWidth(const char* text, int32 length) const {
+    return fFont.StringWidth(text, length);
+}
+
+void BView::FillRect(BRect rect, pattern fill) {
+    const ViewCanvas canvas(*this);
+    const PixelRect pixels = FilledPixels(canvas.ToCanvas(rect));
+    const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
+    canvas.Each(pixels,
+        [&](const PixelBuffer& to, PixelRect clip) { Painter::FillRect(to, clip, pixels, paint); });
+}
+
+void BView::StrokeRect(BRect rect, pattern fill) {
+    const ViewCanvas canvas(*this);
+    const PixelRect all = FilledPixels(canvas.ToCanvas(rect));
+    if (all.IsEmpty())
+        return;
+    const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
+    // No pixel belongs to two edges: one that is blended must be blended once.
+    const PixelRect edges[] = {{all.left, all.top, all.right, all.top + 1},
+        {all.left, std::max(all.bottom - 1, all.top + 1), all.right, all.bottom},
+        {all.left, all.top + 1, all.left + 1, all.bottom - 1},
+        {std::max(all.right - 1, all.left + 1), all.top + 1, all.right, all.bottom - 1}};
+    for (const PixelRect& edge : edges) {
+        canvas.Each(edge, [&](const PixelBuffer& to, PixelRect clip) {
+            Painter::FillRect(to, clip, edge, paint);
+        });
+    }
+}
+
+void BView::StrokeLine(BPoint from, BPoint to, pattern fill) {
+    const ViewCanvas canvas(*this);
+    const BPoint start = canvas.ToCanvas(from);
+    const BPoint end = canvas.ToCanvas(to);
+    const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
+    const PixelRect around = FilledPixels({std::min(start.x, end.x), std::min(start.y, end.y),
+        std::max(start.x, end.x), std::max(start.y, end.y)});
+    canvas.Each(around, [&](const PixelBuffer& pixels, PixelRect clip) {
+        Painter::DrawLine(pixels, clip, start, end, paint);
+    });
+    fPen = to;
+}
+
+void BView::StrokeLine(BPoint to, pattern fill) {
+    StrokeLine(fPen, to, fill);
+}
+
+void BView::InvertRect(BRect rect) {
+    const ViewCanvas canvas(*this);
+    const PixelRect pixels = FilledPixels(canvas.ToCanvas(rect));
+    canvas.Each(pixels,
+        [&](const PixelBuffer& to, PixelRect clip) { Painter::InvertRect(to, clip, pixels); });
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BPoint where) {
+    if (bitmap == nullptr)
+        return;
+    const BRect bounds = bitmap->Bounds();
+    DrawBitmap(bitmap, bounds, bounds.OffsetToCopy(where));
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BRect destination) {
+    if (bitmap != nullptr)
+        DrawBitmap(bitmap, bitmap->Bounds(), destination);
+}
+
+void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination) {
+    if (bitmap == nullptr || bitmap->InitCheck() != B_OK)
+        return;
+    // A bitmap's own coordinates start at its bounds' left top.
+    const PixelRect from = CoveredPixels(source.OffsetByCopy(-bitmap->Bounds().LeftTop()));
+    const ViewCanvas canvas(*this);
+    const PixelRect to = CoveredPixels(canvas.ToCanvas(destination));
+    if (from.IsEmpty() || to.IsEmpty())
+        return;
+
+    const BitmapData& data = BitmapAccess::Data(*bitmap);
+    if (static_cast<BPrivate::ViewRoot*>(const_cast<BitmapData*>(&data)) == fRoot)
+        return;
+    const bool isCopy = fDrawingMode == B_OP_COPY &&
+        from == PixelRect{0, 0, data.width, data.height} && from == to && canvas.IsWhole();
+    if (isCopy && fRoot->Replace(*bitmap)) {
+        fRoot->Drawn(to);
+        return;
+    }
+    canvas.Each(to, [&](const PixelBuffer& pixels, PixelRect clip) {
+        Painter::DrawPixels(pixels, clip, {data.Pixels(), data.space}, from, to, fDrawingMode);
+    });
+}
+
+void BView::DrawString(const char* text) {
+    DrawString(text, fPen);
+}
+
+void BView::DrawString(const char* text, int32 length) {
+    DrawString(text, length, fPen);
+}
+
+void BView::DrawString(const char* text, BPoint where) {
+    if (text != nullptr)
+        DrawString(text, static_cast<int32>(std::strlen(text)), where);
+}
+
+void BView::DrawString(const char* text, int32 length, BPoint where) {
+    if (text == nullptr || length <= 0 || !IsFinite(where))
+        return;
+    const std::string string = BPrivate::Printable(text, static_cast<std::size_t>(length));
+    BPrivate::Display& display = BPrivate::TheDisplay();
+    const BPrivate::FontSpec font = BPrivate::SpecOf(fFont);
+    const float width = display.StringWidth(font, string);
+
+    const ViewCanvas canvas(*this);
+    const BPoint origin = canvas.ToCanvas(where);
+    // Glyphs may reach out of their cells, by less than the font's size on each side.
+    const float size = fFont.Size();
+    const PixelRect around = FilledPixels(
+        {origin.x - size, origin.y - 2 * size, origin.x + width + size, origin.y + size});
+    rgb_color color = fHighColor;
+    if (fDrawingMode != B_OP_ALPHA)
+        color.alpha = 255;
+    canvas.Each(around, [&](const PixelBuffer& to, PixelRect clip) {
+        display.DrawText(to, clip.ToRect(), origin, color, font, string);
+    });
+    fPen = where + BPoint(width, 0);
+}
+
+void BView::Invalidate() {
+    if (fRoot != nullptr)
+        fRoot->Invalidate(ViewCanvas::VisibleRect(*this));
+}
+
+void BView::Invalidate(BRect rect) {
+    if (fRoot == nullptr)
+        return;
+    const PixelRect pixels = FilledPixels(rect.OffsetByCopy(_RootOffset()));
+    fRoot->Invalidate(ViewCanvas::VisibleRect(*this) & pixels);
+}
+
+void BView::Flush() const {
+    if (fRoot != nullptr)
+        fRoot->Flush();
+}
+
+void BView::Sync() const {
+    Flush();
+}

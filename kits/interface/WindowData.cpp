@@ -1,0 +1,154 @@
+#include "kits/interface/WindowData.h"
+
+#include <algorithm>
+#include <app/Application.h>
+#include <app/Message.h>
+#include <cctype>
+#include <interface/Button.h>
+
+#include "kits/interface/ControlPeer.h"
+
+namespace BPrivate {
+
+namespace {
+
+/// The modifiers that tell shortcuts apart.
+constexpr uint32 kShortcutModifiers =
+    B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY | B_MENU_KEY;
+
+uint32 ShortcutKey(uint32 key) {
+    return key < 128 ? static_cast<uint32>(std::tolower(static_cast<int>(key))) : key;
+}
+
+void CollectNavigable(BView& view, std::vector<BView*>& found) {
+    for (int32 i = 0; i < view.CountChildren(); i++) {
+        BView& child = *view.ChildAt(i);
+        if (child.IsHidden(&child))
+            continue;
+        const ControlPeer* peer = ControlPeer::Of(&child);
+        if ((child.Flags() & B_NAVIGABLE) != 0 && (peer == nullptr || peer->IsEnabled()))
+            found.push_back(&child);
+        CollectNavigable(child, found);
+    }
+}
+
+}  // namespace
+
+WindowData::WindowData(BWindow& owner, const WindowSpec& given, window_type givenType)
+    : window(owner), spec(given), type(givenType), input(owner), frame(given.frame),
+      reportedFrame(given.frame), surface(owner, given.frame.OffsetToCopy(B_ORIGIN)),
+      fScreen(TheDisplay().CreateWindow(given, BMessenger(&owner, &owner))) {}
+
+WindowData::~WindowData() = default;
+
+void WindowData::DeleteViews() {
+    // The controls go with the window; taking them away one by one is not worth the while.
+    fScreen.reset();
+    surface.DeleteViews();
+}
+
+void WindowData::SetFocus(BView* view) {
+    if (view == focus)
+        return;
+    BView* const before = focus;
+    focus = view;
+    if (view != nullptr && ControlPeer::Of(view) == nullptr)
+        contentFocus = view;
+    window.SetPreferredHandler(view);
+    if (before != nullptr) {
+        before->MakeFocus(false);
+        before->_PlaceChanged();
+    }
+    if (view != nullptr && focus == view)
+        view->_PlaceChanged();
+}
+
+void WindowData::FocusTakenByUser(ControlId id) {
+    BView* view = contentFocus;
+    if (id != 0) {
+        ControlPeer* peer = PeerOf(id);
+        if (peer == nullptr)
+            return;
+        view = &peer->View();
+        // The control has the focus already. To hand it down again might take it from another
+        // that the user has gone on to since.
+        peer->fLastPlace.focused = true;
+    }
+    if (ControlPeer* before = ControlPeer::Of(focus); before != nullptr && focus != view)
+        before->fLastPlace.focused = false;
+    SetFocus(view);
+}
+
+void WindowData::MoveFocus(bool backward) {
+    std::vector<BView*> views;
+    CollectNavigable(Top(), views);
+    if (views.empty())
+        return;
+    const auto count = views.size();
+    const auto at =
+        static_cast<std::size_t>(std::find(views.begin(), views.end(), focus) - views.begin());
+    std::size_t next = 0;
+    if (at == count)
+        next = backward ? count - 1 : 0;
+    else
+        next = (at + (backward ? count - 1 : 1)) % count;
+    views[next]->MakeFocus(true);
+}
+
+void WindowData::ViewLeaves(const BView& view) {
+    input.Forget(view);
+    if (contentFocus != nullptr && contentFocus->_IsIn(view))
+        contentFocus = nullptr;
+    if (focus != nullptr && focus->_IsIn(view)) {
+        focus = nullptr;
+        window.SetPreferredHandler(nullptr);
+    }
+    // Compared as views: a button in the middle of its destruction is nothing more.
+    const BView* button = defaultButton;
+    if (button != nullptr && button->_IsIn(view))
+        defaultButton = nullptr;
+}
+
+void WindowData::AddPeer(ControlPeer& peer, ControlId id) {
+    fPeers[id] = &peer;
+}
+
+void WindowData::RemovePeer(ControlId id) {
+    fPeers.erase(id);
+}
+
+ControlPeer* WindowData::PeerOf(ControlId id) const {
+    const auto place = fPeers.find(id);
+    return place != fPeers.end() ? place->second : nullptr;
+}
+
+std::vector<WindowData::Shortcut>::iterator WindowData::FindShortcut(uint32 key, uint32 held) {
+    const uint32 wanted = (held | B_COMMAND_KEY) & kShortcutModifiers;
+    return std::find_if(shortcuts.begin(), shortcuts.end(), [&](const Shortcut& shortcut) {
+        return shortcut.key == ShortcutKey(key) && shortcut.modifiers == wanted;
+    });
+}
+
+void WindowData::AddShortcut(
+    uint32 key, uint32 held, std::unique_ptr<BMessage> message, const BMessenger& target) {
+    shortcuts.push_back({ShortcutKey(key), (held | B_COMMAND_KEY) & kShortcutModifiers,
+        std::move(message), target});
+}
+
+bool WindowData::InvokeShortcut(const BMessage& keyDown) {
+    int32 key = 0;
+    int32 held = 0;
+    if (keyDown.FindInt32("raw_char", &key) != B_OK ||
+        keyDown.FindInt32("modifiers", &held) != B_OK ||
+        (static_cast<uint32>(held) & B_COMMAND_KEY) == 0)
+        return false;
+    const auto shortcut = FindShortcut(static_cast<uint32>(key), static_cast<uint32>(held));
+    if (shortcut == shortcuts.end())
+        return false;
+    BMessage message(*shortcut->message);
+    (void)message.AddInt64("when", system_time());
+    (void)shortcut->target.SendMessage(&message);
+    return true;
+}
+
+}  // namespace BPrivate

@@ -1,0 +1,125 @@
+#include <app/AppDefs.h>
+#include <app/Message.h>
+#include <app/MessageQueue.h>
+#include <interface/View.h>
+#include <interface/Window.h>
+
+#include "kits/interface/ControlPeer.h"
+#include "kits/interface/WindowData.h"
+
+using BPrivate::ControlPeer;
+using BPrivate::WindowInput;
+
+namespace {
+
+bool FlagOf(const BMessage& message, const char* name) {
+    bool flag = false;
+    return message.FindBool(name, &flag) == B_OK && flag;
+}
+
+/// Whether a later report of the screen's about the size waits already. Laying out for every step
+/// of a dragged edge would make the window lag behind.
+bool IsOvertaken(BMessageQueue& queue, const BMessage& report) {
+    if (!report.HasInt32("serial"))
+        return false;
+    queue.Lock();
+    bool overtaken = false;
+    const BMessage* later = nullptr;
+    for (int32 i = 0; (later = queue.FindMessage(B_WINDOW_RESIZED, i)) != nullptr; i++)
+        overtaken = overtaken || later->HasInt32("serial");
+    queue.Unlock();
+    return overtaken;
+}
+
+}  // namespace
+
+BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
+    return target == this ? fData->input.Target(*message) : target;
+}
+
+void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
+    if (message->what == B_KEY_DOWN && fData->InvokeShortcut(*message))
+        return;
+
+    // Only pointers are compared until the view is known to be in this window.
+    auto* view = dynamic_cast<BView*>(handler);
+    if (view != nullptr && view->Window() == this) {
+        if (WindowInput::IsInput(message->what)) {
+            fData->input.Dispatch(*message, *view);
+            return;
+        }
+        if (message->what == B_VIEW_MOVED) {
+            view->fMovePending = false;
+            view->FrameMoved(view->Frame().LeftTop());
+            return;
+        }
+        if (message->what == B_VIEW_RESIZED) {
+            view->fResizePending = false;
+            view->FrameResized(view->Frame().Width(), view->Frame().Height());
+            return;
+        }
+    }
+    if (handler != this) {
+        BLooper::DispatchMessage(message, handler);
+        return;
+    }
+
+    switch (message->what) {
+    case _UPDATE_:
+        fData->surface.UpdateArrived();
+        fData->surface.Update();
+        break;
+    case B_WINDOW_RESIZED:
+        if (IsOvertaken(*MessageQueue(), *message))
+            break;
+        _FrameReported(*message);
+        break;
+    case B_WINDOW_MOVED: _FrameReported(*message); break;
+    case B_WINDOW_ACTIVATED:
+        fData->active = FlagOf(*message, "active");
+        WindowActivated(fData->active);
+        fData->Top()._Activate(fData->active);
+        break;
+    case B_MINIMIZE:
+        // Known before the hook is called: the screen has done it.
+        fData->minimized = FlagOf(*message, "minimize");
+        Minimize(fData->minimized);
+        break;
+    case B_ZOOM: Zoom(Frame().LeftTop(), Frame().Width(), Frame().Height()); break;
+    case BPrivate::kControlFocused: {
+        int32 id = 0;
+        (void)message->FindInt32("control", &id);
+        fData->FocusTakenByUser(id);
+        break;
+    }
+    case BPrivate::kControlChanged: {
+        int32 id = 0;
+        (void)message->FindInt32("control", &id);
+        ControlPeer* peer = fData->PeerOf(id);
+        if (peer != nullptr && peer->_IsFresh(*message))
+            peer->UserChanged(*message);
+        break;
+    }
+    case B_MOUSE_DOWN:
+    case B_MOUSE_MOVED:
+    case B_MOUSE_UP:
+        // Beside all views.
+        fData->input.Dispatch(*message, fData->Top());
+        break;
+    default: BLooper::DispatchMessage(message, handler);
+    }
+}
+
+void BWindow::MessageDispatched() {
+    fData->surface.Flush();
+}
+
+void BWindow::MessageReceived(BMessage* message) {
+    BLooper::MessageReceived(message);
+}
+
+void BWindow::WindowActivated(bool) {}
+
+void BWindow::FrameMoved(BPoint) {}
+
+void BWindow::FrameResized(float, float) {}

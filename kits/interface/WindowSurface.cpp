@@ -1,0 +1,131 @@
+#include "kits/interface/WindowSurface.h"
+
+#include <app/AppDefs.h>
+#include <cstring>
+#include <interface/Window.h>
+#include <utility>
+
+#include "kits/interface/ControlPeer.h"
+#include "kits/interface/ViewCanvas.h"
+#include "kits/interface/WindowData.h"
+
+namespace BPrivate {
+
+WindowSurface::WindowSurface(BWindow& window, BRect bounds)
+    : fWindow(window), fTop(std::make_unique<BView>(bounds, nullptr, 0, 0)),
+      fFrame(CoveredPixels(bounds)) {
+    fTop->fIsTop = true;
+    fTop->fRoot = this;
+}
+
+WindowSurface::~WindowSurface() = default;
+
+void WindowSurface::DeleteViews() {
+    while (BView* child = fTop->ChildAt(fTop->CountChildren() - 1)) {
+        fTop->RemoveChild(child);
+        delete child;
+    }
+}
+
+void WindowSurface::Resize(BRect bounds) {
+    fFrame = CoveredPixels(bounds);
+    fIsStale = true;
+    fTop->_SetFrame(bounds);
+    fDrawn = {};
+    fDirty.Clear();
+    Invalidate(fFrame);
+}
+
+void WindowSurface::SetShown(bool shown) {
+    if (shown == fShown)
+        return;
+    fShown = shown;
+    fDrawn = {};
+    fDirty = shown ? ClipRegion(fFrame) : ClipRegion();
+}
+
+void WindowSurface::EnableUpdates() {
+    fDisabled = std::max(0, fDisabled - 1);
+    if (fDisabled > 0)
+        return;
+    AskForUpdate();
+    Flush();
+}
+
+PixelRect WindowSurface::CanvasFrame() const {
+    return fShown ? fFrame : PixelRect{};
+}
+
+PixelBuffer WindowSurface::Canvas() {
+    const std::size_t size = std::size_t{4} * static_cast<std::size_t>(fFrame.Width()) *
+        static_cast<std::size_t>(fFrame.Height());
+    // Kept when the window shrinks, so that dragging its edge does not allocate at every step.
+    if (size > fCapacity) {
+        fBuffer = {};
+        fBuffer = PixelStorage::Allocate(size);
+        fCapacity = fBuffer ? size : 0;
+    }
+    const PixelBuffer canvas{fBuffer.Bits(), 4 * fFrame.Width(), fFrame.Width(), fFrame.Height()};
+    // Rows are of another length now: what no view paints would be a jumble.
+    if (std::exchange(fIsStale, false) && canvas.bits != nullptr)
+        std::memset(canvas.bits, 255, size);
+    return canvas;
+}
+
+void WindowSurface::Invalidate(PixelRect area) {
+    if (!fShown)
+        return;
+    fDirty.Include(area & fFrame);
+    AskForUpdate();
+}
+
+void WindowSurface::AskForUpdate() {
+    if (fUpdateComes || fDirty.IsEmpty() || fDisabled > 0)
+        return;
+    fUpdateComes = fWindow.PostMessage(_UPDATE_) == B_OK;
+}
+
+void WindowSurface::Update() {
+    if (!fShown || fUpdating || fDisabled > 0 || fDirty.IsEmpty())
+        return;
+    // What becomes invalid while drawing is for the next update.
+    fUpdateClip = std::move(fDirty);
+    fDirty.Clear();
+    fUpdating = true;
+    Draw(*fTop);
+    fUpdating = false;
+    Flush();
+}
+
+void WindowSurface::Draw(BView& view) {
+    if (view.fHideLevel > 0)
+        return;
+    const ViewCanvas canvas(view);
+    if (!canvas.Clip().IsEmpty() && view.fPeer == nullptr) {
+        const PixelRect area = canvas.Clip().Frame();
+        if (view.fViewColor != B_TRANSPARENT_COLOR) {
+            const Paint erase{view.fViewColor, view.fViewColor, B_OP_COPY, B_SOLID_HIGH};
+            canvas.Each(area, [&](const PixelBuffer& to, PixelRect clip) {
+                Painter::FillRect(to, clip, area, erase);
+            });
+        }
+        if ((view.fFlags & B_WILL_DRAW) != 0)
+            view.Draw(canvas.FromCanvas(area.ToRect()));
+    }
+    for (std::size_t i = 0; i < view.fChildren.size(); i++)
+        Draw(*view.fChildren[i]);
+    if ((view.fFlags & B_DRAW_ON_CHILDREN) != 0 && !canvas.Clip().IsEmpty())
+        view.DrawAfterChildren(canvas.FromCanvas(canvas.Clip().Frame().ToRect()));
+}
+
+void WindowSurface::Flush() {
+    if (fUpdating || fDisabled > 0 || fDrawn.IsEmpty())
+        return;
+    const PixelRect area = fDrawn & CanvasFrame();
+    fDrawn = {};
+    DisplayWindow* screen = fWindow.fData->Screen();
+    if (!area.IsEmpty() && fBuffer && screen != nullptr)
+        screen->Present(Canvas(), area.ToRect());
+}
+
+}  // namespace BPrivate

@@ -1,0 +1,129 @@
+#include "tests/kits/interface/TestWindow.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+/// A window that writes down its frame hooks.
+class FrameWindow : public BWindow {
+public:
+    FrameWindow(Log& log, BRect frame = BRect(100, 100, 199, 179))
+        : BWindow(frame, "frame", B_TITLED_WINDOW, 0), fLog(log) {}
+    void FrameMoved(BPoint where) override { fLog.Add("moved " + Text(where)); }
+    void FrameResized(float width, float height) override {
+        fLog.Add("resized " + Text(BPoint(width, height)));
+    }
+
+private:
+    Log& fLog;
+};
+
+}  // namespace
+
+TEST(WindowFrame, ChangesHoldAtOnce) {
+    Log log;
+    Log views;
+    TestWindow window(new FrameWindow(log));
+    auto* view = new LoggingView(BRect(0, 10, 99, 79), "view", views, B_FOLLOW_ALL);
+    window->AddChild(view);
+    window->MoveTo(5, 6);
+    window->ResizeBy(10, 20);
+    EXPECT_EQ(window->Frame(), BRect(5, 6, 114, 105));
+    EXPECT_EQ(view->Frame(), BRect(0, 10, 109, 99));
+    EXPECT_EQ(window.Screen().Frame(), BRect(5, 6, 114, 105));
+    EXPECT_TRUE(log.Entries().empty());
+    window->Show();
+    window.Settle();
+    EXPECT_THAT(log.Entries(), ElementsAre("moved 5,6", "resized 109,99"));
+    EXPECT_TRUE(views.WaitFor("view: resized 109,89"));
+}
+
+TEST(WindowFrame, CoversWholePixels) {
+    const struct {
+        BRect given;
+        BRect frame;
+    } table[] = {
+        {{0.4F, 0.6F, 99.9F, 50.6F}, {0, 1, 100, 51}},
+        {{-20.5F, -1, 9, 9}, {-21, -1, 9, 9}},
+        {{10, 10, 5, 5}, {10, 10, 10, 10}},
+        {{0, 0, 1e9F, 1e9F}, {0, 0, 32766, 32766}},
+        {{std::numeric_limits<float>::quiet_NaN(), 0, 10, 10}, {0, 0, 0, 10}},
+    };
+    for (const auto& row : table) {
+        TestWindow window(row.given);
+        EXPECT_EQ(window->Frame(), row.frame);
+    }
+    TestWindow window(BRect(0, 0, 9, 9));
+    window->ResizeTo(99.4F, 50.6F);
+    EXPECT_EQ(window->Bounds(), BRect(0, 0, 99, 51));
+}
+
+TEST(WindowFrame, SizeLimits) {
+    TestWindow window(BRect(100, 100, 110, 110));
+    window->SetSizeLimits(70, 300, 84, 200);
+    EXPECT_EQ(window->Frame(), BRect(100, 100, 170, 184));
+    EXPECT_EQ(window.Screen().Frame(), BRect(100, 100, 170, 184));
+    EXPECT_EQ(window.Screen().SizeLimits().minHeight, 84);
+    window->ResizeTo(5000, 5000);
+    EXPECT_EQ(window->Bounds(), BRect(0, 0, 300, 200));
+    window->ResizeTo(-5, 100);
+    EXPECT_EQ(window->Bounds(), BRect(0, 0, 70, 100));
+    float limits[4] = {};
+    window->GetSizeLimits(&limits[0], &limits[1], &limits[2], &limits[3]);
+    EXPECT_THAT(limits, ElementsAre(70, 300, 84, 200));
+    window->GetSizeLimits(nullptr, nullptr, nullptr, nullptr);
+    window->SetSizeLimits(50, 20, 50, 20);
+    EXPECT_EQ(window->Bounds(), BRect(0, 0, 50, 50));
+}
+
+TEST(WindowFrame, UserChanges) {
+    Log log;
+    Log views;
+    TestWindow window(new FrameWindow(log));
+    window->AddChild(new LoggingView(BRect(0, 0, 99, 79), "view", views, B_FOLLOW_ALL));
+    window->Show();
+    window.Screen().UserResize(149, 119);
+    window.Screen().UserMove(BPoint(30, 40));
+    window.Do([&] { EXPECT_EQ(window->Frame(), BRect(30, 40, 179, 159)); });
+    EXPECT_THAT(log.Entries(), ElementsAre("resized 149,119", "moved 30,40"));
+    EXPECT_TRUE(views.WaitFor("view: resized 149,119"));
+    EXPECT_EQ(window.Screen().Shown().width, 150);
+    EXPECT_EQ(window.Screen().Shown().height, 120);
+}
+
+// A report of the screen's that was on its way when the program changed the frame is of no use.
+TEST(WindowFrame, ReportThatCrossedAChangeIsIgnored) {
+    Log log;
+    TestWindow window(new FrameWindow(log));
+    window->Show();
+    window.Do([&] {
+        BMessage late(B_WINDOW_RESIZED);
+        (void)late.AddInt32("width", 500);
+        (void)late.AddInt32("height", 500);
+        (void)late.AddInt32("serial", 0);
+        window.Screen().Send(late);
+        window->ResizeTo(200, 150);
+    });
+    window.Do([&] { EXPECT_EQ(window->Bounds(), BRect(0, 0, 200, 150)); });
+    EXPECT_THAT(log.Entries(), ElementsAre("resized 200,150"));
+
+    // What the screen made of the change itself counts.
+    BMessage echo(B_WINDOW_RESIZED);
+    (void)echo.AddInt32("width", 190);
+    (void)echo.AddInt32("height", 150);
+    (void)echo.AddInt32("serial", 1);
+    window.Screen().Send(echo);
+    window.Do([&] { EXPECT_EQ(window->Bounds(), BRect(0, 0, 190, 150)); });
+    EXPECT_THAT(log.Entries(), ElementsAre("resized 200,150", "resized 190,150"));
+}
+
+TEST(WindowFrame, OfManyReportsTheLastCounts) {
+    Log log;
+    TestWindow window(new FrameWindow(log));
+    window->Show();
+    window.Do([&] {
+        for (int i = 0; i < 50; i++)
+            window.Screen().UserResize(static_cast<float>(200 + i), 100);
+    });
+    EXPECT_THAT(log.Entries(), ElementsAre("resized 249,100"));
+}

@@ -1,0 +1,193 @@
+#include "tests/recording_display/RecordingDisplay.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "kits/interface/PixelOps.h"
+#include "tests/recording_display/RecordingWindow.h"
+
+namespace recording {
+
+using BPrivate::FontMetrics;
+using BPrivate::FontSpec;
+using BPrivate::PixelBuffer;
+
+namespace {
+
+std::mutex sChangeLock;
+std::condition_variable sChange;
+
+template <typename Visit>
+void ForEachCharacter(const std::string& utf8, Visit visit) {
+    for (const char byte : utf8) {
+        if ((static_cast<unsigned char>(byte) & 0xc0) != 0x80)
+            visit(byte == ' ');
+    }
+}
+
+}  // namespace
+
+void Changed() {
+    const std::lock_guard guard(sChangeLock);
+    sChange.notify_all();
+}
+
+bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    const auto end = std::chrono::steady_clock::now() + timeout;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        // What is waited for need not be a matter of the display's.
+        std::unique_lock guard(sChangeLock);
+        sChange.wait_for(guard, std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+RecordingDisplay& TheRecordingDisplay() {
+    return static_cast<RecordingDisplay&>(BPrivate::TheDisplay());
+}
+
+std::vector<std::shared_ptr<Window>> RecordingDisplay::Windows() const {
+    const std::lock_guard guard(fLock);
+    std::vector<std::shared_ptr<Window>> open;
+    std::copy_if(fWindows.begin(), fWindows.end(), std::back_inserter(open),
+        [](const auto& window) { return window->IsOpen(); });
+    return open;
+}
+
+std::shared_ptr<Window> RecordingDisplay::WaitForWindow(const std::string& title) {
+    std::shared_ptr<Window> found;
+    WaitFor([&] {
+        for (const auto& window : Windows()) {
+            if (window->IsShown() && window->Title() == title)
+                found = window;
+        }
+        return found != nullptr;
+    });
+    return found;
+}
+
+void RecordingDisplay::SetModifiers(uint32 modifiers) {
+    const std::lock_guard guard(fLock);
+    fKeys.modifiers = modifiers;
+}
+
+void RecordingDisplay::SetKeyHeld(int32 key, bool held) {
+    const std::lock_guard guard(fLock);
+    const auto bit = static_cast<uint8>(1 << (7 - key % 8));
+    uint8& states = fKeys.key_states[key / 8];
+    states = held ? static_cast<uint8>(states | bit) : static_cast<uint8>(states & ~bit);
+}
+
+void RecordingDisplay::SetMainScreenFrame(BRect frame) {
+    const std::lock_guard guard(fLock);
+    fScreen = frame;
+}
+
+void RecordingDisplay::SetFontFamilies(std::vector<std::string> families) {
+    const std::lock_guard guard(fLock);
+    fFamilies = std::move(families);
+}
+
+void RecordingDisplay::Run() {
+    std::unique_lock guard(fLock);
+    fQuitCondition.wait(guard, [this] { return fQuit; });
+    fQuit = false;  // a test program may run several applications, one after the other
+}
+
+void RecordingDisplay::Quit() {
+    const std::lock_guard guard(fLock);
+    fQuit = true;
+    fQuitCondition.notify_all();
+}
+
+std::unique_ptr<BPrivate::DisplayWindow> RecordingDisplay::CreateWindow(
+    const BPrivate::WindowSpec& spec, const BMessenger& target) {
+    auto window = std::make_shared<Window>(spec, target);
+    const std::lock_guard guard(fLock);
+    std::erase_if(fWindows, [](const auto& other) { return !other->IsOpen(); });
+    fWindows.push_back(window);
+    return std::make_unique<RecordingWindow>(std::move(window));
+}
+
+BRect RecordingDisplay::MainScreenFrame() {
+    const std::lock_guard guard(fLock);
+    return fScreen;
+}
+
+uint32 RecordingDisplay::Modifiers() {
+    const std::lock_guard guard(fLock);
+    return fKeys.modifiers;
+}
+
+void RecordingDisplay::GetKeyInfo(key_info& info) {
+    const std::lock_guard guard(fLock);
+    info = fKeys;
+}
+
+rgb_color RecordingDisplay::UiColor(color_which which) {
+    switch (which) {
+    case B_PANEL_BACKGROUND_COLOR: return {216, 216, 216, 255};
+    case B_DOCUMENT_BACKGROUND_COLOR:
+    case B_CONTROL_BACKGROUND_COLOR: return {255, 255, 255, 255};
+    case B_MENU_BACKGROUND_COLOR: return {220, 220, 220, 255};
+    default: return {0, 0, 0, 255};
+    }
+}
+
+std::vector<std::string> RecordingDisplay::FontFamilies() {
+    const std::lock_guard guard(fLock);
+    return fFamilies;
+}
+
+FontMetrics RecordingDisplay::Metrics(const FontSpec& font) {
+    return {font.size * 3 / 4, font.size / 4, 0};
+}
+
+float RecordingDisplay::StringWidth(const FontSpec& font, const std::string& utf8) {
+    float width = 0;
+    ForEachCharacter(utf8, [&](bool) { width += font.size / 2; });
+    return width;
+}
+
+void RecordingDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin,
+    rgb_color color, const FontSpec& font, const std::string& utf8) {
+    BPoint at = origin;
+    ForEachCharacter(utf8, [&](bool blank) {
+        const auto left = static_cast<int32>(std::floor(at.x));
+        const auto bottom = static_cast<int32>(std::floor(at.y));
+        const auto right = left + static_cast<int32>(font.size / 2) - 2;
+        const auto top = bottom - static_cast<int32>(font.size * 3 / 4);
+        at.x += font.size / 2;
+        for (int32 y = top; y < bottom && !blank; y++) {
+            for (int32 x = left; x <= right; x++) {
+                const bool inside = x >= 0 && y >= 0 && x < buffer.width && y < buffer.height &&
+                    clip.Contains(BPoint(static_cast<float>(x), static_cast<float>(y)));
+                if (!inside)
+                    continue;
+                uint8* pixel = buffer.bits + static_cast<std::ptrdiff_t>(y) * buffer.bytesPerRow +
+                    std::ptrdiff_t{4} * x;
+                const BPrivate::Pixel blended = BPrivate::BlendPixel(
+                    BPrivate::ToPixel(color), BPrivate::ReadRgba32::At(pixel, 0));
+                std::memcpy(pixel, &blended, sizeof(blended));
+            }
+        }
+    });
+}
+
+BPoint RecordingDisplay::PreferredSize(const ControlState& state) {
+    // Room for the text in the plain font, and a margin.
+    const std::string text = TextOf(state);
+    return {StringWidth(FontSpec(), text) + 19, 23};
+}
+
+}  // namespace recording
+
+namespace BPrivate {
+
+std::unique_ptr<Display> CreateDisplay() {
+    return std::make_unique<recording::RecordingDisplay>();
+}
+
+}  // namespace BPrivate

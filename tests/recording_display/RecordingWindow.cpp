@@ -1,0 +1,113 @@
+#include "tests/recording_display/RecordingWindow.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace recording {
+
+namespace {
+
+/// The pixels of a content of this frame.
+std::size_t Extent(float kitSize) {
+    return static_cast<std::size_t>(kitSize) + 1;
+}
+
+}  // namespace
+
+std::string TextOf(const ControlState& state) {
+    return std::visit(
+        [](const auto& own) -> std::string {
+            if constexpr (requires { own.label; })
+                return own.label;
+            else if constexpr (requires { own.text; })
+                return own.text;
+            else
+                return "";
+        },
+        state);
+}
+
+RecordingWindow::~RecordingWindow() {
+    fWindow->_Change([&] {
+        fWindow->fOpen = false;
+        fWindow->fShown = false;
+        fWindow->fControls.clear();
+    });
+}
+
+void RecordingWindow::SetTitle(const std::string& title) {
+    fWindow->_Change([&] { fWindow->fTitle = title; });
+}
+
+void RecordingWindow::SetFrame(BRect frame, int32 serial) {
+    fWindow->_Change([&] {
+        fWindow->fFrame = frame;
+        fWindow->fFrameSerial = serial;
+    });
+}
+
+void RecordingWindow::SetSizeLimits(
+    float minWidth, float maxWidth, float minHeight, float maxHeight) {
+    fWindow->_Change([&] { fWindow->fLimits = {minWidth, maxWidth, minHeight, maxHeight}; });
+}
+
+void RecordingWindow::Show() {
+    fWindow->_Change([&] { fWindow->fShown = true; });
+}
+
+void RecordingWindow::Hide() {
+    fWindow->_Change([&] { fWindow->fShown = false; });
+}
+
+void RecordingWindow::Activate() {
+    fWindow->_Change([&] { fWindow->fActivations++; });
+}
+
+void RecordingWindow::Minimize(bool minimize) {
+    fWindow->_Change([&] { fWindow->fMinimized = minimize; });
+}
+
+void RecordingWindow::SetControl(ControlId id, const ControlState& state, int32 serial) {
+    fWindow->_Change([&] {
+        Control& control = fWindow->fControls[id];
+        control.id = id;
+        control.state = state;
+        control.serial = serial;
+    });
+}
+
+void RecordingWindow::PlaceControl(ControlId id, const ControlPlace& place) {
+    fWindow->_Change([&] { fWindow->fControls.at(id).place = place; });
+}
+
+void RecordingWindow::RemoveControl(ControlId id) {
+    fWindow->_Change([&] { fWindow->fControls.erase(id); });
+}
+
+void RecordingWindow::Present(const BPrivate::PixelBuffer& backBuffer, BRect area) {
+    fWindow->_Change([&] {
+        Picture& picture = fWindow->fPicture;
+        if (picture.width != backBuffer.width || picture.height != backBuffer.height) {
+            picture.width = backBuffer.width;
+            picture.height = backBuffer.height;
+            picture.bits.assign(4 * static_cast<std::size_t>(picture.width) *
+                    static_cast<std::size_t>(picture.height),
+                0);
+        }
+        fWindow->fPresented.push_back(area);
+        const auto left = static_cast<std::size_t>(area.left);
+        const auto length = 4 * Extent(area.Width());
+        for (auto y = static_cast<std::size_t>(area.top);
+             y <= static_cast<std::size_t>(area.bottom); y++) {
+            const std::size_t to = 4 * (y * static_cast<std::size_t>(picture.width) + left);
+            const uint8* from =
+                backBuffer.bits + y * static_cast<std::size_t>(backBuffer.bytesPerRow) + 4 * left;
+            std::memcpy(picture.bits.data() + to, from, length);
+            // The alpha of what is shown means nothing; here it tells that it was.
+            for (std::size_t i = 3; i < length; i += 4)
+                picture.bits[to + i] = 255;
+        }
+    });
+}
+
+}  // namespace recording

@@ -1,0 +1,244 @@
+#include <app/AppDefs.h>
+#include <app/Message.h>
+#include <kernel/OS.h>
+
+#include "tests/recording_display/RecordingWindow.h"
+
+namespace recording {
+
+Window::Window(BPrivate::WindowSpec spec, BMessenger target)
+    : fSpec(std::move(spec)), fTarget(target), fTitle(fSpec.title), fFrame(fSpec.frame) {}
+
+BPrivate::WindowSpec Window::Spec() const {
+    return fSpec;
+}
+
+std::string Window::Title() const {
+    const std::lock_guard guard(fLock);
+    return fTitle;
+}
+
+BRect Window::Frame() const {
+    const std::lock_guard guard(fLock);
+    return fFrame;
+}
+
+bool Window::IsShown() const {
+    const std::lock_guard guard(fLock);
+    return fShown;
+}
+
+bool Window::IsOpen() const {
+    const std::lock_guard guard(fLock);
+    return fOpen;
+}
+
+bool Window::IsMinimized() const {
+    const std::lock_guard guard(fLock);
+    return fMinimized;
+}
+
+int32 Window::CountActivations() const {
+    const std::lock_guard guard(fLock);
+    return fActivations;
+}
+
+Limits Window::SizeLimits() const {
+    const std::lock_guard guard(fLock);
+    return fLimits;
+}
+
+std::vector<BRect> Window::Presented() const {
+    const std::lock_guard guard(fLock);
+    return fPresented;
+}
+
+Picture Window::Shown() const {
+    const std::lock_guard guard(fLock);
+    return fPicture;
+}
+
+std::vector<Control> Window::Controls() const {
+    const std::lock_guard guard(fLock);
+    std::vector<Control> controls;
+    for (const auto& entry : fControls)
+        controls.push_back(entry.second);
+    return controls;
+}
+
+std::optional<Control> Window::FindControl(const std::string& name) const {
+    for (const Control& control : Controls()) {
+        if (control.place.name == name || TextOf(control.state) == name)
+            return control;
+    }
+    return std::nullopt;
+}
+
+void Window::Send(BMessage& message) {
+    if (!message.HasInt64("when"))
+        (void)message.AddInt64("when", system_time());
+    (void)fTarget.SendMessage(&message);
+}
+
+namespace {
+
+BMessage KeyMessage(uint32 what, char rawChar, uint32 modifiers, int32 key, ControlId control) {
+    BMessage message(what);
+    const char bytes[] = {rawChar, '\0'};
+    (void)message.AddInt32("key", key);
+    (void)message.AddInt32("modifiers", static_cast<int32>(modifiers));
+    (void)message.AddInt32("raw_char", static_cast<uint8>(rawChar));
+    (void)message.AddInt8("byte", rawChar);
+    (void)message.AddString("bytes", bytes);
+    if (control != 0)
+        (void)message.AddInt32("control", control);
+    return message;
+}
+
+BMessage MouseMessage(uint32 what, BPoint where, int32 buttons, uint32 modifiers) {
+    BMessage message(what);
+    (void)message.AddPoint("be:window_where", where);
+    (void)message.AddInt32("buttons", buttons);
+    (void)message.AddInt32("modifiers", static_cast<int32>(modifiers));
+    return message;
+}
+
+}  // namespace
+
+void Window::PressKey(char rawChar, uint32 modifiers, int32 key) {
+    KeyDown(rawChar, modifiers, key);
+    KeyUp(rawChar, modifiers, key);
+}
+
+void Window::KeyDown(char rawChar, uint32 modifiers, int32 key, ControlId control) {
+    BMessage message = KeyMessage(B_KEY_DOWN, rawChar, modifiers, key, control);
+    Send(message);
+}
+
+void Window::KeyUp(char rawChar, uint32 modifiers, int32 key, ControlId control) {
+    BMessage message = KeyMessage(B_KEY_UP, rawChar, modifiers, key, control);
+    Send(message);
+}
+
+void Window::MouseDown(BPoint where, int32 buttons, int32 clicks, uint32 modifiers) {
+    BMessage message = MouseMessage(B_MOUSE_DOWN, where, buttons, modifiers);
+    (void)message.AddInt32("clicks", clicks);
+    Send(message);
+}
+
+void Window::MouseMoved(BPoint where, int32 buttons, uint32 modifiers, bool inside) {
+    BMessage message = MouseMessage(B_MOUSE_MOVED, where, buttons, modifiers);
+    (void)message.AddBool("be:inside", inside);
+    Send(message);
+}
+
+void Window::MouseUp(BPoint where, int32 buttons, uint32 modifiers) {
+    BMessage message = MouseMessage(B_MOUSE_UP, where, buttons, modifiers);
+    Send(message);
+}
+
+void Window::Wheel(BPoint where, float deltaX, float deltaY) {
+    BMessage message(B_MOUSE_WHEEL_CHANGED);
+    (void)message.AddFloat("be:wheel_delta_x", deltaX);
+    (void)message.AddFloat("be:wheel_delta_y", deltaY);
+    (void)message.AddPoint("be:window_where", where);
+    Send(message);
+}
+
+void Window::Drop(const std::vector<entry_ref>& refs, BPoint where) {
+    BMessage message(B_SIMPLE_DATA);
+    for (const entry_ref& ref : refs)
+        (void)message.AddRef("refs", &ref);
+    (void)message.AddPoint("_drop_point_", where + Frame().LeftTop());
+    (void)message.AddPoint("be:window_where", where);
+    Send(message);
+}
+
+void Window::UserResize(float width, float height) {
+    BMessage message(B_WINDOW_RESIZED);
+    _Change([&] {
+        fFrame.right = fFrame.left + width;
+        fFrame.bottom = fFrame.top + height;
+        (void)message.AddInt32("serial", fFrameSerial);
+    });
+    (void)message.AddInt32("width", static_cast<int32>(width));
+    (void)message.AddInt32("height", static_cast<int32>(height));
+    Send(message);
+}
+
+void Window::UserMove(BPoint where) {
+    BMessage message(B_WINDOW_MOVED);
+    _Change([&] {
+        fFrame.OffsetTo(where);
+        (void)message.AddInt32("serial", fFrameSerial);
+    });
+    (void)message.AddPoint("where", where);
+    Send(message);
+}
+
+void Window::SetActive(bool active) {
+    BMessage message(B_WINDOW_ACTIVATED);
+    (void)message.AddBool("active", active);
+    Send(message);
+}
+
+void Window::UserMinimize(bool minimize) {
+    _Change([&] { fMinimized = minimize; });
+    BMessage message(B_MINIMIZE);
+    (void)message.AddBool("minimize", minimize);
+    Send(message);
+}
+
+void Window::PressCloseBox() {
+    BMessage message(B_QUIT_REQUESTED);
+    Send(message);
+}
+
+void Window::_SendControl(ControlId id, BMessage& message) {
+    int32 serial = 0;
+    {
+        const std::lock_guard guard(fLock);
+        const auto control = fControls.find(id);
+        serial = control != fControls.end() ? control->second.serial : 0;
+    }
+    (void)message.AddInt32("control", id);
+    (void)message.AddInt32("serial", serial);
+    Send(message);
+}
+
+// The control shows what the user did to it, whatever the kits make of it.
+
+void Window::SetScrollBar(ControlId id, float value) {
+    _Change([&] { std::get<BPrivate::ScrollBarState>(fControls.at(id).state).value = value; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddFloat("value", value);
+    _SendControl(id, message);
+}
+
+void Window::SetValue(ControlId id, int32 value) {
+    _Change([&] {
+        const auto change = [&](auto& own) {
+            if constexpr (requires { own.on; })
+                own.on = value != 0;
+        };
+        std::visit(change, fControls.at(id).state);
+    });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddInt32("value", value);
+    _SendControl(id, message);
+}
+
+void Window::SetText(ControlId id, const std::string& text) {
+    _Change([&] { std::get<BPrivate::TextControlState>(fControls.at(id).state).text = text; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddString("text", text.c_str());
+    _SendControl(id, message);
+}
+
+void Window::FocusControl(ControlId id) {
+    BMessage message(BPrivate::kControlFocused);
+    (void)message.AddInt32("control", id);
+    Send(message);
+}
+
+}  // namespace recording
