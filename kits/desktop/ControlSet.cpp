@@ -1,0 +1,132 @@
+#include <QApplication>
+#include <QKeyEvent>
+#include <interface/InterfaceDefs.h>
+#include <utility>
+
+#include "kits/desktop/ControlSet.h"
+#include "kits/desktop/FrontImage.h"
+#include "kits/desktop/Keys.h"
+
+namespace BPrivate {
+
+namespace {
+
+/// Keys that a window, its dialog shortcuts and its navigation take before any control.
+bool IsForKits(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Escape:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return true;
+    default: break;
+    }
+    if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35)
+        return true;
+    return (KitModifiers(event.modifiers()) & B_CONTROL_KEY) != 0;
+}
+
+}  // namespace
+
+ControlSet::ControlSet(QWidget& window, Listener listener)
+    : fWindow(window), fListener(std::move(listener)) {
+    connect(qApp, &QApplication::focusChanged, this,
+        [this](const QWidget*, const QWidget* now) { FocusChanged(now); });
+}
+
+ControlSet::~ControlSet() = default;
+
+void ControlSet::Set(ControlId id, const ControlState& state, int32 serial) {
+    if (const auto found = fControls.find(id); found != fControls.end()) {
+        found->second.serial = serial;
+        found->second.control->SetState(state);
+        return;
+    }
+    const auto report = [this, id](BMessage& change) {
+        const auto entry = fControls.find(id);
+        if (entry == fControls.end())
+            return;
+        change.what = kControlChanged;
+        change.AddInt32("control", id);
+        change.AddInt32("serial", entry->second.serial);
+        fListener.send(change);
+    };
+    auto control = MakeControlWidget(state, &fWindow, report);
+    control->FocusWidget().installEventFilter(this);
+    // A higher id may be there already, made by a view that was attached before.
+    if (const auto above = fControls.upper_bound(id); above != fControls.end())
+        control->Widget().stackUnder(&above->second.control->Widget());
+    fControls.emplace(id, Entry{std::move(control), serial});
+}
+
+void ControlSet::Place(ControlId id, const ControlPlace& place) {
+    const auto found = fControls.find(id);
+    if (found == fControls.end())
+        return;
+    ControlWidget& control = *found->second.control;
+    QWidget& widget = control.Widget();
+    control.SetAccessibleName(QString::fromStdString(place.name));
+    widget.setEnabled(place.enabled);
+    control.FocusWidget().setFocusPolicy(place.navigable ? Qt::StrongFocus : Qt::NoFocus);
+    const QRect frame = PixelsOf(place.frame);
+    const bool empty = frame.isEmpty();
+    if (!empty)
+        widget.setGeometry(frame);
+    const QRect clip = place.clip.IsValid() ? PixelsOf(place.clip) & frame : frame;
+    if (clip != frame)
+        widget.setMask(clip.translated(-frame.topLeft()));
+    else
+        widget.clearMask();
+    widget.setVisible(place.visible && !empty);
+    if (place.focused)
+        Focus(id);
+    else if (fFocused == id)
+        Focus(0);
+}
+
+void ControlSet::Remove(ControlId id) {
+    if (fFocused == id)
+        Focus(0);
+    fControls.erase(id);
+}
+
+bool ControlSet::eventFilter(QObject*, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return false;
+    auto& key = *static_cast<QKeyEvent*>(event);
+    const bool isForKits = IsForKits(key);
+    // Every release is told, since whether a widget takes it says nothing about the press.
+    if (isForKits || event->type() == QEvent::KeyRelease)
+        fListener.key(key);
+    return isForKits;
+}
+
+void ControlSet::FocusChanged(const QWidget* now) {
+    // Another window having the keyboard changes nothing in this one.
+    if (fMovingFocus || now == nullptr || now->window() != &fWindow)
+        return;
+    ControlId id = 0;
+    for (const auto& [candidate, entry] : fControls) {
+        if (&entry.control->Widget() == now || entry.control->Widget().isAncestorOf(now))
+            id = candidate;
+    }
+    if (id == fFocused)
+        return;
+    fFocused = id;
+    BMessage message(kControlFocused);
+    message.AddInt32("control", id);
+    fListener.send(message);
+}
+
+void ControlSet::Focus(ControlId id) {
+    if (fFocused == id)
+        return;
+    fFocused = id;
+    const bool before = std::exchange(fMovingFocus, true);
+    const auto found = fControls.find(id);
+    QWidget& widget = found == fControls.end() ? fWindow : found->second.control->FocusWidget();
+    widget.setFocus(Qt::TabFocusReason);  // for which a text field selects its text
+    fMovingFocus = before;
+}
+
+}  // namespace BPrivate

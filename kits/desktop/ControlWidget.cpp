@@ -1,0 +1,36 @@
+#include <utility>
+
+#include "kits/desktop/ControlWidget.h"
+
+namespace BPrivate {
+
+namespace {
+
+struct Maker {
+    QWidget* parent;
+    ControlReport report;
+
+    using Made = std::unique_ptr<ControlWidget>;
+    Made operator()(const ScrollBarState&) { return MakeScrollBar(parent, std::move(report)); }
+    Made operator()(const StringViewState&) { return MakeStringView(parent); }
+    Made operator()(const BoxState&) { return MakeBox(parent); }
+    Made operator()(const ButtonState&) { return MakeButton(parent, std::move(report)); }
+    Made operator()(const CheckBoxState&) { return MakeCheckBox(parent, std::move(report)); }
+    Made operator()(const RadioButtonState&) { return MakeRadioButton(parent, std::move(report)); }
+    Made operator()(const TextControlState&) { return MakeTextControl(parent, std::move(report)); }
+};
+
+}  // namespace
+
+std::unique_ptr<ControlWidget> MakeControlWidget(
+    const ControlState& state, QWidget* parent, ControlReport report) {
+    auto control = std::visit(Maker{parent, std::move(report)}, state);
+    control->SetState(state);
+    return control;
+}
+
+QString LabelText(const std::string& utf8) {
+    return QString::fromStdString(utf8).replace(u'&', QStringLiteral("&&"));
+}
+
+}  // namespace BPrivate

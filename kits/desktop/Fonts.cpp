@@ -1,0 +1,134 @@
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "kits/desktop/Fonts.h"
+#include "kits/desktop/FrontImage.h"
+
+namespace BPrivate {
+
+namespace {
+
+// On an image of 72 dots an inch a font of n points is n pixels high, and n may have a fraction.
+constexpr int kDotsPerMeter = 2835;
+
+float SaneSize(float size) {
+    return std::isfinite(size) ? std::clamp(size, 1.0F, 2000.0F) : 12.0F;
+}
+
+void SetFace(QFont& font, const FontSpec& spec) {
+    if (!spec.family.empty())
+        font.setFamily(QString::fromStdString(spec.family));
+    font.setStyleHint(QFont::SansSerif);
+    font.setBold(spec.bold);
+    font.setItalic(spec.italic);
+}
+
+QFont ImageFont(const FontSpec& spec, const QImage& image) {
+    QFont font;
+    SetFace(font, spec);
+    font.setPointSizeF(SaneSize(spec.size));
+    // Coloured fringes are made for one background; the kits draw text into pictures, too.
+    font.setStyleStrategy(QFont::NoSubpixelAntialias);
+    return QFont(font, &image);
+}
+
+/// A premultiplied pixel over one that is not.
+QRgb Over(QRgb above, QRgb below) {
+    const int alpha = qAlpha(above);
+    // What is seen of the pixel below, in 255ths.
+    const int rest = (qAlpha(below) * (255 - alpha) + 127) / 255;
+    const int sum = alpha + rest;
+    const auto mix = [=](int premultiplied, int straight) {
+        return std::min(255, (premultiplied * 255 + straight * rest + sum / 2) / sum);
+    };
+    return qRgba(mix(qRed(above), qRed(below)), mix(qGreen(above), qGreen(below)),
+        mix(qBlue(above), qBlue(below)), sum);
+}
+
+QImage MeasuringImage() {
+    QImage image(1, 1, QImage::Format_ARGB32);
+    image.setDotsPerMeterX(kDotsPerMeter);
+    image.setDotsPerMeterY(kDotsPerMeter);
+    return image;
+}
+
+}  // namespace
+
+QFont WidgetFont(const FontSpec& spec) {
+    QFont font;
+    SetFace(font, spec);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(SaneSize(spec.size)))));
+    return font;
+}
+
+std::vector<std::string> InstalledFontFamilies() {
+    std::vector<std::string> families;
+    for (const QString& family : QFontDatabase::families()) {
+        if (QFontDatabase::isSmoothlyScalable(family))
+            families.push_back(family.toStdString());
+    }
+    std::ranges::sort(families);
+    return families;
+}
+
+FontMetrics MetricsOf(const FontSpec& spec) {
+    QImage image = MeasuringImage();
+    const QFontMetricsF metrics(ImageFont(spec, image), &image);
+    return {static_cast<float>(metrics.ascent()), static_cast<float>(metrics.descent()),
+        static_cast<float>(std::max(0.0, metrics.leading()))};
+}
+
+float WidthOf(const FontSpec& spec, const std::string& utf8) {
+    QImage image = MeasuringImage();
+    const QFontMetricsF metrics(ImageFont(spec, image), &image);
+    return static_cast<float>(metrics.horizontalAdvance(QString::fromStdString(utf8)));
+}
+
+void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
+    const FontSpec& spec, const std::string& utf8) {
+    if (buffer.bits == nullptr || !clip.IsValid())
+        return;
+    const QString text = QString::fromStdString(utf8);
+    QImage measure = MeasuringImage();
+    const QFont font = ImageFont(spec, measure);
+    const QFontMetricsF metrics(font, &measure);
+    // Slanted letters and accents reach beyond their own boxes, but not by more than a box.
+    const double reach = metrics.height();
+    const QRectF ink(origin.x - reach, origin.y - 2 * reach,
+        metrics.horizontalAdvance(text) + 2 * reach, 3 * reach);
+    const QRect area = PixelsOf(clip) & QRect(0, 0, buffer.width, buffer.height) &
+        PixelsOf(BRect(static_cast<float>(ink.left()), static_cast<float>(ink.top()),
+            static_cast<float>(ink.right()), static_cast<float>(ink.bottom())));
+    if (area.isEmpty())
+        return;
+
+    // Drawn for itself first: Qt's own drawing darkens text on what is not opaque.
+    QImage drawn(area.size(), QImage::Format_ARGB32_Premultiplied);
+    if (drawn.isNull())
+        return;
+    drawn.setDotsPerMeterX(kDotsPerMeter);
+    drawn.setDotsPerMeterY(kDotsPerMeter);
+    drawn.fill(Qt::transparent);
+    {
+        QPainter painter(&drawn);
+        painter.setFont(font);
+        painter.setPen(QColor(color.red, color.green, color.blue, color.alpha));
+        painter.drawText(QPointF(origin.x, origin.y) - area.topLeft(), text);
+    }
+    for (int y = 0; y < area.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
+        auto* to = reinterpret_cast<QRgb*>(
+                       buffer.bits + static_cast<ptrdiff_t>(area.top() + y) * buffer.bytesPerRow) +
+            area.left();
+        for (int x = 0; x < area.width(); ++x) {
+            if (qAlpha(from[x]) != 0)
+                to[x] = Over(from[x], to[x]);
+        }
+    }
+}
+
+}  // namespace BPrivate

@@ -1,0 +1,119 @@
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "kits/desktop/ControlWidget.h"
+#include "kits/desktop/Fonts.h"
+#include "kits/desktop/QtDisplay.h"
+#include "kits/desktop/QtWindow.h"
+
+namespace BPrivate {
+
+namespace {
+
+/// Qt aborts when there is no screen to show anything on. That is no crash but an ordinary
+/// mistake, and is said in one line.
+void ReportNoScreen(QtMsgType type, const QMessageLogContext&, const QString&) {
+    if (type != QtFatalMsg)
+        return;
+    const char* display = std::getenv("DISPLAY");
+    std::fprintf(stderr, "%s: there is no screen to open a window on (DISPLAY is %s)\n",
+        program_invocation_short_name, display != nullptr ? display : "not set");
+    std::_Exit(EXIT_FAILURE);
+}
+
+std::unique_ptr<QApplication> MakeApplication() {
+    // Qt keeps both; the desktop files the windows under the program's name.
+    static int count = 1;
+    static char* arguments[] = {program_invocation_name, nullptr};
+
+    // Menus stay in their windows, where the kits put them.
+    QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    const QtMessageHandler before = qInstallMessageHandler(ReportNoScreen);
+    auto application = std::make_unique<QApplication>(count, arguments);
+    qInstallMessageHandler(before);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+}  // namespace
+
+QtDisplay::QtDisplay()
+    : fApplication(MakeApplication()), fThread(std::make_shared<MainThread>()),
+      fKeyboard(std::make_unique<Keyboard>()), fLook(std::make_unique<DesktopLook>()) {}
+
+QtDisplay::~QtDisplay() {
+    fThread->Close();
+    // Windows whose loopers never ended.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->parent() == nullptr)
+            delete window;
+    }
+}
+
+void QtDisplay::Run() {
+    QApplication::exec();
+}
+
+void QtDisplay::Quit() {
+    // Not quit(), which asks the windows first.
+    fThread->Post([] { QCoreApplication::exit(0); });
+}
+
+std::unique_ptr<DisplayWindow> QtDisplay::CreateWindow(
+    const WindowSpec& spec, const BMessenger& target) {
+    const rgb_color panel = UiColor(B_PANEL_BACKGROUND_COLOR);
+    return std::make_unique<QtWindow>(
+        fThread, *fKeyboard, spec, target, QColor(panel.red, panel.green, panel.blue));
+}
+
+BRect QtDisplay::MainScreenFrame() {
+    return fLook->MainScreenFrame();
+}
+
+uint32 QtDisplay::Modifiers() {
+    return fKeyboard->Modifiers();
+}
+
+void QtDisplay::GetKeyInfo(key_info& info) {
+    fKeyboard->GetKeyInfo(info);
+}
+
+rgb_color QtDisplay::UiColor(color_which which) {
+    return fLook->Color(which);
+}
+
+std::vector<std::string> QtDisplay::FontFamilies() {
+    return InstalledFontFamilies();
+}
+
+FontMetrics QtDisplay::Metrics(const FontSpec& font) {
+    return MetricsOf(font);
+}
+
+float QtDisplay::StringWidth(const FontSpec& font, const std::string& utf8) {
+    return WidthOf(font, utf8);
+}
+
+void QtDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
+    const FontSpec& font, const std::string& utf8) {
+    DrawTextInto(buffer, clip, origin, color, font, utf8);
+}
+
+BPoint QtDisplay::PreferredSize(const ControlState& state) {
+    BPoint size;
+    fThread->Call([&] {
+        const auto control = MakeControlWidget(state, nullptr, [](BMessage&) {});
+        control->Widget().ensurePolished();
+        const QSize hint = control->Widget().sizeHint();
+        size.Set(static_cast<float>(hint.width() - 1), static_cast<float>(hint.height() - 1));
+    });
+    return size;
+}
+
+std::unique_ptr<Display> CreateDisplay() {
+    return std::make_unique<QtDisplay>();
+}
+
+}  // namespace BPrivate

@@ -1,0 +1,64 @@
+#include "tests/kits/desktop/Input.h"
+
+#include <QCoreApplication>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QWheelEvent>
+#include <QWindow>
+
+namespace desktop_test {
+
+namespace {
+
+void SendKey(QWidget& window, QEvent::Type type, const KeyAction& action) {
+    QKeyEvent event(type, action.key, action.modifiers,
+        action.scanCode == 0 ? 0 : action.scanCode + 8, 0, 0, QString::fromStdString(action.text),
+        action.repeats);
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
+}
+
+/// The list as another program wrote it, which QMimeData would read and write anew.
+class UriListData : public QMimeData {
+public:
+    explicit UriListData(const std::string& list) : fList(QByteArray::fromStdString(list)) {}
+    QStringList formats() const override { return {QStringLiteral("text/uri-list")}; }
+
+protected:
+    QVariant retrieveData(const QString& format, QMetaType) const override {
+        return format == QStringLiteral("text/uri-list") ? QVariant(fList) : QVariant();
+    }
+
+private:
+    QByteArray fList;
+};
+
+}  // namespace
+
+void PressKey(QWidget& window, const KeyAction& action) {
+    SendKey(window, QEvent::KeyPress, action);
+}
+
+void ReleaseKey(QWidget& window, const KeyAction& action) {
+    SendKey(window, QEvent::KeyRelease, action);
+}
+
+void TurnWheel(QWidget& window, QPoint angle) {
+    const QPointF where(30, 40);
+    QWheelEvent event(where, window.mapToGlobal(where), QPoint(), angle, Qt::NoButton,
+        Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
+}
+
+bool Drop(QWidget& window, const std::string& uriList, Qt::DropActions offered) {
+    const UriListData data(uriList);
+    QDragEnterEvent enter(QPoint(30, 40), offered, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &enter);
+    if (!enter.isAccepted())
+        return false;
+    QDropEvent drop(QPointF(30, 40), offered, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &drop);
+    return drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+}
+
+}  // namespace desktop_test

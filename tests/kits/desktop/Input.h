@@ -1,0 +1,29 @@
+#pragma once
+
+// What a user does at a window, as the windowing system tells it to Qt.
+
+#include <QWidget>
+#include <string>
+
+namespace desktop_test {
+
+/// One key event. `scanCode` is the kernel's.
+struct KeyAction {
+    int key;
+    std::string text = {};
+    Qt::KeyboardModifiers modifiers = {};
+    bool repeats = false;
+    uint32_t scanCode = 0;
+};
+
+void PressKey(QWidget& window, const KeyAction& action);
+void ReleaseKey(QWidget& window, const KeyAction& action);
+
+/// Turns the wheel by the angle, as Qt has it.
+void TurnWheel(QWidget& window, QPoint angle);
+
+/// Drops a list of URLs.
+/// \return whether the window took it
+bool Drop(QWidget& window, const std::string& uriList, Qt::DropActions offered);
+
+}  // namespace desktop_test
