@@ -1,0 +1,64 @@
+#include "viewer/Image.h"
+
+#include <storage/File.h>
+#include <translation/BitmapStream.h>
+#include <translation/TranslationDefs.h>
+
+#include "settings/Prefs.h"
+#include "viewer/Geometry.h"
+
+TImage::TImage(
+    const std::string& fileName, BTranslatorRoster* roster, const translator_info& info) {
+    BFile file(fileName.c_str(), B_READ_ONLY);
+    BBitmapStream stream;
+    fInitStatus = roster->Translate(&file, &info, nullptr, &stream, B_TRANSLATOR_BITMAP);
+    if (fInitStatus != B_OK)
+        return;
+    BBitmap* decoded = nullptr;
+    fInitStatus = stream.DetachBitmap(&decoded);
+    fDecoded.reset(decoded);
+    if (fInitStatus != B_OK)
+        return;
+    fFileName = fileName;
+    fKind = info.name;
+}
+
+TImage::~TImage() = default;
+
+void TImage::Resize(float width, float height) {
+    Extent current = fScaled ? Extent(fScaled->Bounds()) : Extent(-1, -1);
+    Extent natural(fDecoded->Bounds());
+    Extent target = target_extent(gPrefs.fDisplayOption, natural, {width, height});
+    if (target == current)
+        return;
+    if (!ResizeImageParts(target.width, target.height)) {
+        if (fScaled)
+            return;
+        if (!ResizeImageParts(natural.width, natural.height) && !ResizeImageParts(0, 0))
+            return;
+    }
+    Draw();
+}
+
+void TImage::Draw() {
+    fScaled->Lock();
+    fView->DrawBitmap(fDecoded.get(), fView->Bounds());
+    fView->Sync();
+    fScaled->Unlock();
+}
+
+bool TImage::IsBeside(const std::string& path, int32 delta) const {
+    return !path.empty() && path == (delta > 0 ? fPrevImageFileName : fNextImageFileName);
+}
+
+// Keeps what there is when there is no memory for the new size.
+bool TImage::ResizeImageParts(float width, float height) {
+    BRect frame(0, 0, width, height);
+    auto scaled = std::make_unique<BBitmap>(frame, B_RGBA32, true, false);
+    if (scaled->InitCheck() != B_OK)
+        return false;
+    fView = new BView(frame, "ImageView", B_FOLLOW_NONE, 0);
+    scaled->AddChild(fView);
+    fScaled = std::move(scaled);
+    return true;
+}

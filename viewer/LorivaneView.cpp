@@ -1,0 +1,83 @@
+// How the view is built, taken down and driven by messages.
+
+#include "viewer/LorivaneView.h"
+
+#include <app/AppDefs.h>
+#include <app/Message.h>
+#include <app/MessageRunner.h>
+#include <interface/InterfaceDefs.h>
+#include <interface/Window.h>
+
+#include "app/MessageCodes.h"
+
+TLorivaneView::TLorivaneView(BRect frame)
+    : TBasicView(frame, "LorivaneView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS) {
+    fRoster.AddTranslators(nullptr);
+    SetViewColor(B_TRANSPARENT_COLOR);
+
+    ChildFrames frames = child_frames(Extent(frame));
+    fScrollBarH = new TScrollBar(frames.horizontalBar, "ScrlBarH", this, B_HORIZONTAL);
+    AddChild(fScrollBarH);
+    fScrollBarH->Hide();
+    fScrollBarV = new TScrollBar(frames.verticalBar, "ScrlBarV", this, B_VERTICAL);
+    AddChild(fScrollBarV);
+    fScrollBarV->Hide();
+    fCornerView = new BView(frames.corner, "ScrlCornerView", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, 0);
+    fCornerView->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    AddChild(fCornerView);
+    fCornerView->Hide();
+    fStatusView = new TStatusView(frames.statusBar);
+    AddChild(fStatusView);
+}
+
+TLorivaneView::~TLorivaneView() {
+    // All are asked to end before the first is waited for.
+    for (const auto& loader : fLoadThreads)
+        loader->Terminate();
+}
+
+void TLorivaneView::AttachedToWindow() {
+    SetWinTitle("");
+    MakeFocus();
+}
+
+void TLorivaneView::AllAttached() {
+    HideScrollBars();
+    ResizeOffscreen();
+}
+
+void TLorivaneView::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case B_REFS_RECEIVED:
+    case B_SIMPLE_DATA: RefsReceived(message); break;
+    case B_MOUSE_WHEEL_CHANGED: MouseWheelChanged(message); break;
+    case kMsgImageLoaded: ImageLoaded(message); break;
+    case kMsgRetryLoad: LaunchLoadThreadRqtd(message); break;
+    case kMsgFirstImage: SetFirstImage(); break;
+    case kMsgPrevImage: SetPrevImage(); break;
+    case kMsgNextImage: SetNextImage(); break;
+    case kMsgLastImage: SetLastImage(); break;
+    case kMsgChooseDisplayOption: MItemDisplayOptionClicked(message); break;
+    case kPrefColors: PrefColChanged(); break;
+    case kPrefDisplayOption: PrefDisplayOptionChanged(); break;
+    case kPrefEnablePreload: PrefEnablePreloadChanged(); break;
+    default: TBasicView::MessageReceived(message); break;
+    }
+}
+
+void TLorivaneView::LanguageChanged() {
+    SetWinTitle(fCurrentImage ? fCurrentImage->FileName() : std::string());
+}
+
+void TLorivaneView::Clear() {
+    fCurrentImage.reset();
+    SetWinTitle("");
+    fStatusView->Clear();
+}
+
+// What is left when an image was expected and there is none.
+void TLorivaneView::ShowNothing() {
+    Clear();
+    HideScrollBars();
+    Invalidate();
+}

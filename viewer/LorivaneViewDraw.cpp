@@ -1,0 +1,79 @@
+// Drawing: the image in its area, and what a change of size does to it.
+
+#include <interface/Window.h>
+
+#include "settings/Prefs.h"
+#include "viewer/DisplayOption.h"
+#include "viewer/LorivaneView.h"
+
+ShownBars TLorivaneView::Bars() const {
+    // Asked from here: a hidden window hides everything, but changes nothing in the layout.
+    return {!fScrollBarH->IsHidden(this), !fScrollBarV->IsHidden(this)};
+}
+
+Extent TLorivaneView::ImageArea() const {
+    return image_area(Extent(Bounds()), Bars());
+}
+
+void TLorivaneView::Draw(BRect) {
+    bool locked = fOffscreenBitmap && fOffscreenBitmap->Lock();
+    DrawImage(this);
+    if (locked)
+        fOffscreenBitmap->Unlock();
+}
+
+// Paints every pixel of the image area, with the image or the background.
+void TLorivaneView::DrawImage(BView* target) {
+    Extent area = ImageArea();
+    ImagePlacement placement;
+    if (fCurrentImage) {
+        BPoint scrolled(fScrollBarH->Value(), fScrollBarV->Value());
+        placement = place_image(area, Extent(fCurrentImage->Image()->Bounds()), scrolled);
+    }
+    target->SetDrawingMode(B_OP_COPY);
+    target->SetHighColor(gPrefs.fColors[kColorBackground]);
+    Margins margins = margins_around(area, placement.destination);
+    for (BRect band : {margins.left, margins.right, margins.top, margins.bottom}) {
+        if (band.IsValid())
+            target->FillRect(band);
+    }
+    if (fCurrentImage && placement.destination.IsValid())
+        target->DrawBitmap(fCurrentImage->Image(), placement.source, placement.destination);
+}
+
+void TLorivaneView::FrameResized(float width, float height) {
+    if (!fCurrentImage)
+        return;
+    fCurrentImage->Resize(width, height - BarsHeight(false));
+    int32 option = gPrefs.fDisplayOption;
+    bool scrolls = option != kFitImageToWindow && option != kScaleImageToWindow;
+    bool scales = option != kDontFitAnything && option != kFitWindowToImage;
+    if (scrolls) {
+        ShowScrollBars(fCurrentImage->Image()->Bounds(), Window()->Bounds());
+        SetScrollBarRange(fCurrentImage.get());
+    }
+    if (scales)
+        fStatusView->SetScale(fCurrentImage.get());
+    ResizeOffscreen();
+    Invalidate();
+}
+
+void TLorivaneView::ResizeOffscreen() {
+    Extent area = ImageArea();
+    if (fOffscreenBitmap && Extent(fOffscreenBitmap->Bounds()) == area)
+        return;
+    BRect frame(0, 0, area.width, area.height);
+    fOffscreenBitmap = std::make_unique<BBitmap>(frame, B_RGBA32, true, false);
+    fOffscreenView = nullptr;
+    if (fOffscreenBitmap->InitCheck() != B_OK)
+        return;
+    fOffscreenView = new BView(frame, "OSImageView", B_FOLLOW_NONE, 0);
+    fOffscreenBitmap->AddChild(fOffscreenView);
+}
+
+void TLorivaneView::PrefColChanged() {
+    if (!fCurrentImage)
+        return;
+    fCurrentImage->Draw();
+    Invalidate();
+}

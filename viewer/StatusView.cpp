@@ -1,0 +1,81 @@
+#include "viewer/StatusView.h"
+
+#include <cmath>
+#include <interface/Bitmap.h>
+#include <interface/Box.h>
+#include <interface/InterfaceDefs.h>
+
+#include "settings/Prefs.h"
+#include "viewer/DisplayOption.h"
+#include "viewer/Image.h"
+
+namespace {
+
+constexpr float kFieldHeight = 14;
+constexpr float kFieldGap = 2;
+constexpr BRect kSeparatorFrame(0, 0, 1, 18);
+constexpr float kSeparatorTop = -2;
+
+}  // namespace
+
+std::string position_text(uint32 index, uint32 count) {
+    return std::to_string(uint64{index} + 1) + "/" + std::to_string(count);
+}
+
+std::string size_text(BRect bounds) {
+    return std::to_string(static_cast<int64>(bounds.Width() + 1)) + " x " +
+        std::to_string(static_cast<int64>(bounds.Height() + 1));
+}
+
+int64 scale_percent(float scaled, float decoded) {
+    return static_cast<int64>(100 * (double{scaled} + 1) / (double{decoded} + 1));
+}
+
+std::string scale_text(BRect scaled, BRect decoded, int32 displayOption) {
+    int64 horizontal = scale_percent(scaled.Width(), decoded.Width());
+    int64 vertical = displayOption == kFitImageToWindow
+        ? scale_percent(scaled.Height(), decoded.Height())
+        : horizontal;
+    return std::to_string(horizontal) + "% x " + std::to_string(vertical) + "%";
+}
+
+TStatusView::TStatusView(BRect frame)
+    : TBasicView(frame, "StatusView", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM, B_WILL_DRAW) {
+    SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    float left = kFieldGap;
+    fIndexView = AddField("StrViewIdx", &left, 45);
+    fKindView = AddField("StrViewKind", &left, 70);
+    fSizeView = AddField("StrViewSize", &left, 70);
+    fScaleView = AddField("StrViewScale", &left, 80);
+}
+
+void TStatusView::SetImageInfo(uint32 index, uint32 count, TImage* image) {
+    fIndexView->SetText(position_text(index, count).c_str());
+    fKindView->SetText(image->Kind().c_str());
+    fSizeView->SetText(size_text(image->OrgImage()->Bounds()).c_str());
+    SetScale(image);
+}
+
+void TStatusView::SetScale(TImage* image) {
+    std::string text =
+        scale_text(image->Image()->Bounds(), image->OrgImage()->Bounds(), gPrefs.fDisplayOption);
+    fScaleView->SetText(text.c_str());
+}
+
+void TStatusView::Clear() {
+    for (BStringView* field : {fIndexView, fKindView, fSizeView, fScaleView})
+        field->SetText("");
+}
+
+// A text field at `left`, which moves on to where the next one starts.
+BStringView* TStatusView::AddField(const char* name, float* left, float width) {
+    BRect frame(*left, 0, *left + width, kFieldHeight);
+    auto* field = new BStringView(frame, name, "", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
+    AddChild(field);
+
+    BRect line = kSeparatorFrame.OffsetToCopy(frame.right + kFieldGap, kSeparatorTop);
+    AddChild(new BBox(
+        line, "", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_FRAME_EVENTS, B_FANCY_BORDER));
+    *left = line.right + kFieldGap;
+    return field;
+}
