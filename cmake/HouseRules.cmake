@@ -47,6 +47,6 @@ function(add_headers_alone)
     add_library(headers_alone OBJECT EXCLUDE_FROM_ALL ${units})
     target_include_directories(headers_alone PRIVATE
         ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/kits/include)
-    target_link_libraries(headers_alone PRIVATE be)
+    target_link_libraries(headers_alone PRIVATE viewer)
 endfunction()
 add_headers_alone()

@@ -1,0 +1,235 @@
+// The whole program, from outside: how long it takes to show a photograph of 12 megapixels, and to
+// step onto a neighbour that it has decoded ahead.
+//
+//     bench_viewing                 the benchmark; it runs itself for each measurement
+//     bench_viewing --first FILE    starts the viewer and prints the time to its first drawing
+//     bench_viewing --steps FOLDER  steps through the folder and prints one line a step
+
+#include <algorithm>
+#include <app/Message.h>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <interface/InterfaceDefs.h>
+#include <kernel/OS.h>
+#include <mutex>
+#include <sstream>
+#include <thread>
+#include <unistd.h>
+
+#include "bench/Photo.h"
+#include "bench/Report.h"
+#include "bench/WatchedDisplay.h"
+
+int lorivane_main(int argc, char** argv);
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kPhotos = 6;
+constexpr int kStarts = 9;
+constexpr int kDecodings = 9;
+constexpr double kFirstLimit = 2.0;
+constexpr double kStepLimit = 10.0;
+constexpr auto kPatience = 60s;
+
+// What the window's thread has drawn, for the thread that measures.
+std::mutex gLock;
+std::condition_variable gDrawn;
+bench::Drawing gLast;
+
+int RunViewer(char* program, const char* file) {
+    std::string argument = file;
+    char* arguments[] = {program, argument.data(), nullptr};
+    return lorivane_main(2, arguments);
+}
+
+[[noreturn]] void GiveUp(const char* reason) {
+    std::fprintf(stderr, "%s\n", reason);
+    std::_Exit(1);
+}
+
+// The first drawing whose middle is not the black of the empty window.
+int First(char* program, const char* file, bench::Clock::time_point start) {
+    bench::SetDrawingListener([start](const bench::Drawing& drawing) {
+        if (drawing.centre == 0)
+            return;
+        double time = std::chrono::duration<double, std::milli>(drawing.finished - start).count();
+        std::printf("%f\n", time);
+        std::fflush(stdout);
+        std::_Exit(0);
+    });
+    return RunViewer(program, file);
+}
+
+bool IsLoading() {
+    std::error_code error;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task", error)) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        if (name.starts_with("LoadThread_"))
+            return true;
+    }
+    return false;
+}
+
+// Whether a thread waits for something, by the kernel's word.
+bool IsAsleep(int thread) {
+    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    std::string line;
+    std::getline(file, line);
+    size_t end = line.rfind(')');
+    return end != std::string::npos && end + 2 < line.size() && line[end + 2] == 'S';
+}
+
+// Until the loaders have ended and the window has nothing left to do.
+void AwaitRest() {
+    auto end = bench::Clock::now() + kPatience;
+    int window;
+    {
+        std::lock_guard lock(gLock);
+        window = gLast.thread;
+    }
+    for (int quiet = 0; quiet < 20;) {
+        quiet = !IsLoading() && IsAsleep(window) ? quiet + 1 : 0;
+        if (bench::Clock::now() > end)
+            GiveUp("the viewer does not come to rest");
+        std::this_thread::sleep_for(2ms);
+    }
+}
+
+void SendKey(char key) {
+    BMessage message(B_KEY_DOWN);
+    const char bytes[] = {key, '\0'};
+    message.AddInt64("when", system_time());
+    message.AddInt32("key", key == ' ' ? 0x5e : 0x1e);
+    message.AddInt32("modifiers", 0);
+    message.AddInt32("raw_char", key);
+    message.AddInt8("byte", key);
+    message.AddString("bytes", bytes);
+    bench::FirstWindow().SendMessage(&message);
+}
+
+// One key, and the drawing that ends what it started.
+void Step(char key) {
+    AwaitRest();
+    std::unique_lock lock(gLock);
+    bench::Drawing before = gLast;
+    lock.unlock();
+    auto start = bench::Clock::now();
+    SendKey(key);
+    lock.lock();
+    if (!gDrawn.wait_for(lock, kPatience, [&] { return gLast.centre != before.centre; }))
+        GiveUp("a key shows no other picture");
+    std::chrono::duration<double, std::milli> time = gLast.finished - start;
+    std::printf("%f %f\n", time.count(), gLast.threadMilliseconds - before.threadMilliseconds);
+    std::fflush(stdout);
+}
+
+int Steps(char* program, const char* folder) {
+    bench::SetDrawingListener([](const bench::Drawing& drawing) {
+        std::lock_guard lock(gLock);
+        gLast = drawing;
+        gDrawn.notify_all();
+    });
+    std::thread hand([] {
+        std::unique_lock lock(gLock);
+        if (!gDrawn.wait_for(lock, kPatience, [] { return gLast.centre != 0; }))
+            GiveUp("the first picture does not appear");
+        lock.unlock();
+        for (int round = 0; round < 3; ++round) {
+            for (int i = 1; i < kPhotos; ++i)
+                Step(' ');
+            for (int i = 1; i < kPhotos; ++i)
+                Step(B_BACKSPACE);
+        }
+        std::_Exit(0);
+    });
+    int status = RunViewer(program, folder);
+    hand.detach();
+    return status;
+}
+
+// The lines that this program prints when it is run with these arguments.
+std::vector<std::string> RunSelf(const std::string& arguments) {
+    std::string command = std::filesystem::read_symlink("/proc/self/exe").string() + " " + arguments;
+    std::vector<std::string> lines;
+    std::FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr)
+        return lines;
+    char line[256];
+    while (std::fgets(line, sizeof(line), pipe) != nullptr)
+        lines.emplace_back(line);
+    if (pclose(pipe) != 0)
+        lines.clear();
+    return lines;
+}
+
+int Measure(const std::filesystem::path& folder) {
+    std::filesystem::path photos = folder / "photos";
+    std::filesystem::create_directory(photos);
+    for (int i = 0; i < kPhotos; ++i) {
+        if (!bench::WritePhoto((photos / ("photo" + std::to_string(i) + ".jpg")).string(), i))
+            GiveUp("the photographs could not be written");
+    }
+    setenv("XDG_CONFIG_HOME", (folder / "settings").c_str(), 1);
+
+    std::string photo = (photos / "photo0.jpg").string();
+    std::vector<double> decodings, starts, steps, threads;
+    for (int i = 0; i < kDecodings; ++i)
+        decodings.push_back(bench::DecodeAlone(photo));
+    double decoding = bench::Median(decodings);
+
+    for (int i = 0; i < kStarts; ++i) {
+        std::vector<std::string> lines = RunSelf("--first " + photo);
+        if (lines.size() != 1)
+            GiveUp("the viewer did not show the photograph");
+        starts.push_back(std::stod(lines.front()));
+    }
+    double first = bench::Median(starts);
+
+    for (const std::string& line : RunSelf("--steps " + photos.string())) {
+        double time = 0, thread = 0;
+        std::istringstream(line) >> time >> thread;
+        steps.push_back(time);
+        threads.push_back(thread);
+    }
+    if (steps.size() != 3 * 2 * (kPhotos - 1))
+        GiveUp("the viewer did not make every step");
+    double busiest = *std::max_element(threads.begin(), threads.end());
+
+    std::printf("decoding 12 megapixels alone: %.1f ms (median of %d)\n", decoding, kDecodings);
+    std::printf("main to first drawing: %.1f ms (median of %d)\n", first, kStarts);
+    std::printf("steps: median %.2f ms, longest %.2f ms (of %zu)\n", bench::Median(steps),
+        *std::max_element(steps.begin(), steps.end()), steps.size());
+    bool good = bench::Judge("start to first drawing, against decoding alone", first / decoding,
+        kFirstLimit, "x");
+    good &= bench::Judge("key to finished drawing of a cached neighbour", bench::Median(steps),
+        kStepLimit, "ms");
+    // Were one decoded there, a step would cost the window's thread a whole decoding.
+    good &= bench::Judge("busiest step of the window's thread, against decoding",
+        busiest / decoding, 0.5, "x");
+    return good ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    auto start = bench::Clock::now();
+    if (argc == 3 && std::strcmp(argv[1], "--first") == 0)
+        return First(argv[0], argv[2], start);
+    if (argc == 3 && std::strcmp(argv[1], "--steps") == 0)
+        return Steps(argv[0], argv[2]);
+
+    bench::PrintMachine();
+    std::string pattern = (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr)
+        GiveUp("no temporary folder");
+    int status = Measure(pattern);
+    std::filesystem::remove_all(pattern);
+    return status;
+}
