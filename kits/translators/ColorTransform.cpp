@@ -17,12 +17,13 @@ struct DeleteTransform {
 };
 using Transform = std::unique_ptr<void, DeleteTransform>;
 
-Transform MakeTransform(cmsHPROFILE from, cmsUInt32Number format, bool hasAlpha) {
+Transform MakeTransform(
+    cmsHPROFILE from, cmsUInt32Number format, bool hasAlpha, cmsUInt32Number flags = 0) {
     const Profile srgb(cmsCreate_sRGBProfile());
     if (!srgb)
         return nullptr;
     return Transform(cmsCreateTransform(from, format, srgb.get(), TYPE_BGRA_8, INTENT_PERCEPTUAL,
-        hasAlpha ? cmsFLAGS_COPY_ALPHA : 0));
+        flags | (hasAlpha ? cmsFLAGS_COPY_ALPHA : 0)));
 }
 
 class LcmsTransform final : public ColorTransform {
@@ -90,13 +91,15 @@ bool IsIdentity(cmsHTRANSFORM transform) {
 }
 
 std::unique_ptr<ColorTransform> ForRgb(cmsHPROFILE profile, PixelKind kind) {
-    Transform eight = MakeTransform(profile, TYPE_BGRA_8, true);
-    if (!eight || IsIdentity(eight.get()))
+    // What makes a transform fast takes longer than the few colours tried first.
+    const Transform probe = MakeTransform(profile, TYPE_BGRA_8, true, cmsFLAGS_NOOPTIMIZE);
+    if (!probe || IsIdentity(probe.get()))
         return nullptr;
-    if (kind == PixelKind::kBgra8)
-        return std::make_unique<LcmsTransform>(std::move(eight), false);
-    Transform sixteen = MakeTransform(profile, TYPE_BGRA_16, true);
-    return sixteen ? std::make_unique<LcmsTransform>(std::move(sixteen), false) : nullptr;
+    Transform transform =
+        MakeTransform(profile, kind == PixelKind::kBgra16 ? TYPE_BGRA_16 : TYPE_BGRA_8, true);
+    if (!transform)
+        return nullptr;
+    return std::make_unique<LcmsTransform>(std::move(transform), false);
 }
 
 std::unique_ptr<ColorTransform> ForGray(cmsHPROFILE profile) {
@@ -123,17 +126,18 @@ std::unique_ptr<ColorTransform> ColorTransform::FromProfile(
     const Profile profile(cmsOpenProfileFromMem(data, cmsUInt32Number(length)));
     if (!profile)
         return nullptr;
-    const cmsColorSpaceSignature space = cmsGetColorSpace(profile.get());
+    // Whatever four bytes the profile has there, not only values of the enumeration.
+    const auto space = cmsUInt32Number(cmsGetColorSpace(profile.get()));
     if (kind == PixelKind::kCmyk8 || kind == PixelKind::kInvertedCmyk8) {
-        if (space != cmsSigCmykData)
+        if (space != cmsUInt32Number(cmsSigCmykData))
             return nullptr;
         Transform transform = MakeTransform(
             profile.get(), kind == PixelKind::kCmyk8 ? TYPE_CMYK_8 : TYPE_CMYK_8_REV, false);
         return transform ? std::make_unique<LcmsTransform>(std::move(transform), true) : nullptr;
     }
     if (gray)
-        return space == cmsSigGrayData ? ForGray(profile.get()) : nullptr;
-    return space == cmsSigRgbData ? ForRgb(profile.get(), kind) : nullptr;
+        return space == cmsUInt32Number(cmsSigGrayData) ? ForGray(profile.get()) : nullptr;
+    return space == cmsUInt32Number(cmsSigRgbData) ? ForRgb(profile.get(), kind) : nullptr;
 }
 
 std::unique_ptr<ColorTransform> ColorTransform::FromGamma(

@@ -1,6 +1,8 @@
 #include "kits/translators/ColorTransform.h"
 #include "kits/translators/Orientation.h"
 #include "kits/translators/Problem.h"
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <png.h>
 #include <vector>
@@ -31,6 +33,8 @@ private:
     static void Read(png_structp png, png_bytep buffer, size_t size);
     [[noreturn]] static void Stop(png_structp png, png_const_charp text);
     static void Ignore(png_structp, png_const_charp) {}
+    static png_voidp Allocate(png_structp png, png_alloc_size_t size);
+    static void Free(png_structp, png_voidp memory) { free(memory); }
 
     bool GuardedReadInfo();
     bool GuardedSetUp(bool sixteenBits);
@@ -77,10 +81,17 @@ void PngDecoder::Stop(png_structp png, png_const_charp text) {
     png_longjmp(png, 1);
 }
 
+// libpng limits what most chunks take, but not all.
+png_voidp PngDecoder::Allocate(png_structp png, png_alloc_size_t size) {
+    const auto& self = *static_cast<PngDecoder*>(png_get_mem_ptr(png));
+    return size <= self.fMemoryBudget ? malloc(size) : nullptr;
+}
+
 status_t PngDecoder::ReadHeader(uint64 memoryBudget, Problem* problem) {
     fProblem = problem;
     fMemoryBudget = memoryBudget;
-    fPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, Stop, Ignore);
+    fPng =
+        png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Stop, Ignore, this, Allocate, Free);
     if (fPng == nullptr)
         return Fail(problem, B_NO_MEMORY, "not enough memory");
     fInfo = png_create_info_struct(fPng);
@@ -100,8 +111,10 @@ bool PngDecoder::GuardedReadInfo() {
     png_set_chunk_malloc_max(fPng, kMaxChunkMemory);
     // A damaged chunk is a damaged file, whatever is in it.
     png_set_crc_action(fPng, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
-    // Nobody reads what is not known here, nor texts, which may be compressed a thousandfold.
-    static constexpr png_byte kSkipped[] = "tEXt\0zTXt\0iTXt\0sPLT\0hIST\0tIME\0pCAL\0sCAL\0oFFs";
+    // Nobody reads what is not known here, nor texts, which may be compressed a thousandfold. The
+    // orientation is looked up without libpng.
+    static constexpr png_byte kSkipped[] =
+        "tEXt\0zTXt\0iTXt\0sPLT\0hIST\0tIME\0pCAL\0sCAL\0oFFs\0eXIf";
     png_set_keep_unknown_chunks(fPng, PNG_HANDLE_CHUNK_NEVER, nullptr, 0);
     png_set_keep_unknown_chunks(fPng, PNG_HANDLE_CHUNK_NEVER, kSkipped, sizeof(kSkipped) / 5);
     png_read_info(fPng, fInfo);
@@ -111,17 +124,14 @@ bool PngDecoder::GuardedReadInfo() {
 }
 
 void PngDecoder::ReadOrientation() {
-    png_uint_32 length = 0;
-    png_bytep exif = nullptr;
-    if (png_get_eXIf_1(fPng, fInfo, &length, &exif) != 0) {
-        fOrientation = OrientationFromExif(exif, length);
-        return;
-    }
-    // It may also follow the pixels, where tools that add it put it. The lengths of the chunks lead
-    // there; that they are sound is found out when the pixels are read.
+    // Before the pixels, or after them, where tools that add it put it. The lengths of the chunks
+    // lead there; that they are sound is found out when the pixels are read.
+    constexpr int kMaxChunks = 1'000'000;
     int64 offset = kSignatureSize;
     uint8 head[8];
-    while (fSource.ReadAt(offset, head, sizeof(head)) == sizeof(head)) {
+    for (int i = 0; i < kMaxChunks; i++) {
+        if (fSource.ReadAt(offset, head, sizeof(head)) != sizeof(head))
+            return;
         const uint32 size = png_get_uint_32(head);
         if (size > PNG_UINT_31_MAX || memcmp(head + 4, "IEND", 4) == 0)
             return;
