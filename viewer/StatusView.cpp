@@ -12,6 +12,7 @@
 namespace {
 
 constexpr float kFieldHeight = 14;
+constexpr float kFontSize = 10;  // the desktop's own would cut "100% x 100%" short
 constexpr float kFieldGap = 2;
 constexpr BRect kSeparatorFrame(0, 0, 1, 18);
 constexpr float kSeparatorTop = -2;
@@ -71,6 +72,7 @@ void TStatusView::Clear() {
 BStringView* TStatusView::AddField(const char* name, float* left, float width) {
     BRect frame(*left, 0, *left + width, kFieldHeight);
     auto* field = new BStringView(frame, name, "", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
+    field->SetFontSize(kFontSize);
     AddChild(field);
 
     BRect line = kSeparatorFrame.OffsetToCopy(frame.right + kFieldGap, kSeparatorTop);

@@ -2,6 +2,7 @@
 
 #include "app/MessageCodes.h"
 #include "settings/ExitStates.h"
+#include "viewer/KeyDownFilter.h"
 #include "viewer/LorivaneView.h"
 #include "window/WindowFrame.h"
 
@@ -47,6 +48,7 @@ TLorivaneWindow::TLorivaneWindow(BRect frame)
     SetSizeLimits(kMinWidth, kMaxSide, kMinHeight, kMaxSide);
     fView = new TLorivaneView(Bounds());
     AddChild(fView);  // the window's from here on
+    AddCommonFilter(new TKeyDownFilter(fView));
 }
 
 void TLorivaneWindow::DispatchMessage(BMessage* message, BHandler* handler) {
