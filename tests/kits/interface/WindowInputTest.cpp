@@ -1,4 +1,5 @@
 #include <app/MessageFilter.h>
+#include <interface/ScrollBar.h>
 
 #include "tests/kits/interface/TestWindow.h"
 
@@ -339,4 +340,25 @@ TEST_F(WindowInput, WheelAndDrops) {
     Entries();
     screen.Wheel(BPoint(-1, -1), 0, 1);
     EXPECT_THAT(Entries(), ElementsAre("receiver: wheel"));
+}
+
+TEST_F(WindowInput, WheelTurnsTheScrollBars) {
+    BScrollBar* bar = nullptr;
+    window.Do([&] {
+        bar = new BScrollBar(BRect(0, 0, 9, 9), "bar", left, 0, 100, B_VERTICAL);
+        bar->SetSteps(5, 50);
+        right->AddChild(bar);
+        EXPECT_EQ(left->ScrollBar(B_VERTICAL), bar);
+    });
+    window.Screen().Wheel(BPoint(20, 20), 1, 2);
+    window.Do([&] {
+        EXPECT_EQ(bar->Value(), 30);
+        EXPECT_EQ(left->Bounds().LeftTop(), BPoint(0, 30));
+        left->ScrollTo(0, 7);
+        EXPECT_EQ(bar->Value(), 7);
+        // The bar outlives what it scrolls.
+        delete left;
+        bar->SetValue(50);
+        EXPECT_EQ(bar->Target(), nullptr);
+    });
 }
