@@ -1,11 +1,13 @@
 // The whole program, from outside: how long it takes to show a photograph of 12 megapixels, and to
 // step onto a neighbour that it has decoded ahead.
 //
-//     bench_viewing                 the benchmark; it runs itself for each measurement
-//     bench_viewing --first FILE    starts the viewer and prints the time to its first drawing
-//     bench_viewing --steps FOLDER  steps through the folder and prints one line a step
+// It runs itself as the viewer for each measurement. What to measure comes in the environment,
+// since the arguments are the viewer's:
+//     BENCH_MEASURE=first bench_viewing FILE    prints the time to the first drawing
+//     BENCH_MEASURE=steps bench_viewing FOLDER  steps through it and prints one line a step
 
 #include <algorithm>
+#include <app/AppDefs.h>
 #include <app/Message.h>
 #include <condition_variable>
 #include <cstdio>
@@ -32,7 +34,6 @@ using namespace std::chrono_literals;
 
 constexpr int kPhotos = 6;
 constexpr int kStarts = 9;
-constexpr int kDecodings = 9;
 constexpr double kFirstLimit = 2.0;
 constexpr double kStepLimit = 10.0;
 constexpr auto kPatience = 60s;
@@ -42,19 +43,13 @@ std::mutex gLock;
 std::condition_variable gDrawn;
 bench::Drawing gLast;
 
-int RunViewer(char* program, const char* file) {
-    std::string argument = file;
-    char* arguments[] = {program, argument.data(), nullptr};
-    return lorivane_main(2, arguments);
-}
-
 [[noreturn]] void GiveUp(const char* reason) {
     std::fprintf(stderr, "%s\n", reason);
     std::_Exit(1);
 }
 
 // The first drawing whose middle is not the black of the empty window.
-int First(char* program, const char* file, bench::Clock::time_point start) {
+int First(int argc, char** argv, bench::Clock::time_point start) {
     bench::SetDrawingListener([start](const bench::Drawing& drawing) {
         if (drawing.centre == 0)
             return;
@@ -63,7 +58,7 @@ int First(char* program, const char* file, bench::Clock::time_point start) {
         std::fflush(stdout);
         std::_Exit(0);
     });
-    return RunViewer(program, file);
+    return lorivane_main(argc, argv);
 }
 
 bool IsLoading() {
@@ -130,7 +125,7 @@ void Step(char key) {
     std::fflush(stdout);
 }
 
-int Steps(char* program, const char* folder) {
+int Steps(int argc, char** argv) {
     bench::SetDrawingListener([](const bench::Drawing& drawing) {
         std::lock_guard lock(gLock);
         gLast = drawing;
@@ -149,14 +144,16 @@ int Steps(char* program, const char* folder) {
         }
         std::_Exit(0);
     });
-    int status = RunViewer(program, folder);
+    int status = lorivane_main(argc, argv);
     hand.detach();
     return status;
 }
 
-// The lines that this program prints when it is run with these arguments.
-std::vector<std::string> RunSelf(const std::string& arguments) {
-    std::string command = std::filesystem::read_symlink("/proc/self/exe").string() + " " + arguments;
+// The lines that this program prints when it measures this.
+std::vector<std::string> RunSelf(const std::string& what, const std::string& path) {
+    std::string command = "BENCH_MEASURE=" + what + " '" +
+                          std::filesystem::read_symlink("/proc/self/exe").string() + "' '" + path +
+                          "'";
     std::vector<std::string> lines;
     std::FILE* pipe = popen(command.c_str(), "r");
     if (pipe == nullptr)
@@ -180,19 +177,18 @@ int Measure(const std::filesystem::path& folder) {
 
     std::string photo = (photos / "photo0.jpg").string();
     std::vector<double> decodings, starts, steps, threads;
-    for (int i = 0; i < kDecodings; ++i)
-        decodings.push_back(bench::DecodeAlone(photo));
-    double decoding = bench::Median(decodings);
-
+    // In turn, so that whatever else the machine does slows both.
     for (int i = 0; i < kStarts; ++i) {
-        std::vector<std::string> lines = RunSelf("--first " + photo);
+        decodings.push_back(bench::DecodeAlone(photo));
+        std::vector<std::string> lines = RunSelf("first", photo);
         if (lines.size() != 1)
             GiveUp("the viewer did not show the photograph");
         starts.push_back(std::stod(lines.front()));
     }
+    double decoding = bench::Median(decodings);
     double first = bench::Median(starts);
 
-    for (const std::string& line : RunSelf("--steps " + photos.string())) {
+    for (const std::string& line : RunSelf("steps", photos.string())) {
         double time = 0, thread = 0;
         std::istringstream(line) >> time >> thread;
         steps.push_back(time);
@@ -202,7 +198,7 @@ int Measure(const std::filesystem::path& folder) {
         GiveUp("the viewer did not make every step");
     double busiest = *std::max_element(threads.begin(), threads.end());
 
-    std::printf("decoding 12 megapixels alone: %.1f ms (median of %d)\n", decoding, kDecodings);
+    std::printf("decoding 12 megapixels alone: %.1f ms (median of %d)\n", decoding, kStarts);
     std::printf("main to first drawing: %.1f ms (median of %d)\n", first, kStarts);
     std::printf("steps: median %.2f ms, longest %.2f ms (of %zu)\n", bench::Median(steps),
         *std::max_element(steps.begin(), steps.end()), steps.size());
@@ -220,10 +216,11 @@ int Measure(const std::filesystem::path& folder) {
 
 int main(int argc, char** argv) {
     auto start = bench::Clock::now();
-    if (argc == 3 && std::strcmp(argv[1], "--first") == 0)
-        return First(argv[0], argv[2], start);
-    if (argc == 3 && std::strcmp(argv[1], "--steps") == 0)
-        return Steps(argv[0], argv[2]);
+    const char* measure = std::getenv("BENCH_MEASURE");
+    if (measure != nullptr && std::strcmp(measure, "first") == 0)
+        return First(argc, argv, start);
+    if (measure != nullptr && std::strcmp(measure, "steps") == 0)
+        return Steps(argc, argv);
 
     bench::PrintMachine();
     std::string pattern = (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();

@@ -44,12 +44,9 @@ QtDisplay::QtDisplay()
 
 QtDisplay::~QtDisplay() {
     fThread->Close();
-    // Windows whose loopers never ended.
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        if (window->parent() == nullptr)
-            delete window;
-    }
+    // The display goes with the process's static objects, when some of Qt's own may have gone. So
+    // the application, and the windows that are left, end with the process instead.
+    (void)fApplication.release();
 }
 
 void QtDisplay::Run() {

@@ -10,7 +10,8 @@
 
 namespace BPrivate {
 
-/// The display over Qt. Made, run and destroyed on the main thread; it owns the Qt application.
+/// The display over Qt. Made, run and destroyed on the main thread. The Qt application it makes
+/// stays until the process has ended.
 class QtDisplay : public Display {
 public:
     QtDisplay();

@@ -9,6 +9,7 @@
 #include <storage/Entry.h>
 #include <utility>
 
+#include "kits/app/MessageAccess.h"
 #include "kits/desktop/Keys.h"
 #include "kits/desktop/UriList.h"
 #include "kits/desktop/WindowWidget.h"
@@ -160,6 +161,7 @@ void WindowWidget::dropEvent(QDropEvent* event) {
     event->accept();
     message.AddPoint("_drop_point_", KitPoint(mapToGlobal(event->position())));
     message.AddPoint("be:window_where", KitPoint(event->position()));
+    MessageAccess::SetSourceRemote(message);
     Send(message);
 }
 

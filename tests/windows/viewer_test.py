@@ -81,6 +81,27 @@ class Viewer:
     def key(self, *names):
         self.screen.key(*names)
 
+    def wait_idle(self):
+        """Until none of its threads has had anything to do for a while."""
+        quiet = 0
+
+        def idle():
+            nonlocal quiet
+            tasks = f"/proc/{self.process.pid}/task"
+            for task in os.listdir(tasks):
+                try:
+                    with open(f"{tasks}/{task}/stat", encoding="utf-8", errors="replace") as file:
+                        state = file.read().rpartition(")")[2].split()[0]
+                except OSError:
+                    continue  # it has ended
+                if state != "S":
+                    quiet = 0
+                    return False
+            quiet += 1
+            return quiet >= 20
+
+        x11.wait_for(idle, "the viewer has nothing left to do")
+
     def close(self, seconds=15):
         """Closes the window; the program's status."""
         self.window.close()

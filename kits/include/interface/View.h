@@ -54,7 +54,7 @@ inline constexpr uint32 B_FOLLOW_V_CENTER = _rule_(_VIEW_CENTER_, 0, _VIEW_CENTE
 enum : uint32 {
     B_FULL_UPDATE_ON_RESIZE = 0x80000000,  ///< a change of size makes all of it invalid
     B_WILL_DRAW = 0x20000000,              ///< Draw() is called
-    B_PULSE_NEEDED = 0x10000000,
+    B_PULSE_NEEDED = 0x10000000,           ///< kept, but views are sent no pulse
     B_NAVIGABLE_JUMP = 0x08000000,
     B_FRAME_EVENTS = 0x04000000,  ///< FrameMoved() and FrameResized() are called
     B_NAVIGABLE = 0x02000000,     ///< the Tab key moves the focus here

@@ -144,6 +144,7 @@ TEST_F(Input, DroppedFilesComeAsRefs) {
     EXPECT_TRUE(Drop(
         Window(), "file:///etc/pass%77d\r\nfile:///etc/%ff\r\n", Qt::CopyAction | Qt::MoveAction));
     const BMessage drop = fScreen.Expect(B_SIMPLE_DATA);
+    EXPECT_TRUE(drop.IsSourceRemote());
     entry_ref ref;
     ASSERT_EQ(drop.FindRef("refs", 0, &ref), B_OK);
     EXPECT_STREQ(ref.name, "passwd");
