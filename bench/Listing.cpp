@@ -24,7 +24,8 @@ constexpr double kLimit = 1.5;
 
 // A folder as a camera and its user leave it: numbered names, and some of other kinds.
 std::filesystem::path MakeFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr)
         return {};
     std::vector<int> order(kEntries);
@@ -86,8 +87,8 @@ int main() {
         // readdir() names the folder itself and its parent, too.
         std::erase_if(names, [](const std::string& name) { return name == "." || name == ".."; });
         same = same && list.Entries() == kEntries && names.size() == kEntries &&
-               list.AllNames().front().ends_with('/' + names.front()) &&
-               list.AllNames().back().ends_with('/' + names.back());
+            list.AllNames().front().ends_with('/' + names.front()) &&
+            list.AllNames().back().ends_with('/' + names.back());
     }
     std::filesystem::remove_all(folder);
     if (!same) {
@@ -99,6 +100,6 @@ int main() {
     std::printf("listing %d entries: %.1f ms, by hand %.1f ms (median of %d)\n", kEntries, own,
         hand, kRuns);
     return bench::Judge("listing and sorting, against readdir and sort", own / hand, kLimit, "x")
-               ? 0
-               : 1;
+        ? 0
+        : 1;
 }

@@ -152,8 +152,7 @@ int Steps(int argc, char** argv) {
 // The lines that this program prints when it measures this.
 std::vector<std::string> RunSelf(const std::string& what, const std::string& path) {
     std::string command = "BENCH_MEASURE=" + what + " '" +
-                          std::filesystem::read_symlink("/proc/self/exe").string() + "' '" + path +
-                          "'";
+        std::filesystem::read_symlink("/proc/self/exe").string() + "' '" + path + "'";
     std::vector<std::string> lines;
     std::FILE* pipe = popen(command.c_str(), "r");
     if (pipe == nullptr)
@@ -202,13 +201,13 @@ int Measure(const std::filesystem::path& folder) {
     std::printf("main to first drawing: %.1f ms (median of %d)\n", first, kStarts);
     std::printf("steps: median %.2f ms, longest %.2f ms (of %zu)\n", bench::Median(steps),
         *std::max_element(steps.begin(), steps.end()), steps.size());
-    bool good = bench::Judge("start to first drawing, against decoding alone", first / decoding,
-        kFirstLimit, "x");
-    good &= bench::Judge("key to finished drawing of a cached neighbour", bench::Median(steps),
-        kStepLimit, "ms");
+    bool good = bench::Judge(
+        "start to first drawing, against decoding alone", first / decoding, kFirstLimit, "x");
+    good &= bench::Judge(
+        "key to finished drawing of a cached neighbour", bench::Median(steps), kStepLimit, "ms");
     // Were one decoded there, a step would cost the window's thread a whole decoding.
-    good &= bench::Judge("busiest step of the window's thread, against decoding",
-        busiest / decoding, 0.5, "x");
+    good &= bench::Judge(
+        "busiest step of the window's thread, against decoding", busiest / decoding, 0.5, "x");
     return good ? 0 : 1;
 }
 
@@ -223,7 +222,8 @@ int main(int argc, char** argv) {
         return Steps(argc, argv);
 
     bench::PrintMachine();
-    std::string pattern = (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / "lorivane-bench-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr)
         GiveUp("no temporary folder");
     int status = Measure(pattern);

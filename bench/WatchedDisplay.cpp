@@ -26,7 +26,7 @@ double ThreadMilliseconds() {
 
 unsigned CentreOf(const BPrivate::PixelBuffer& buffer) {
     const uint8* pixel = buffer.bits + size_t(buffer.height / 2) * size_t(buffer.bytesPerRow) +
-                         size_t(buffer.width / 2) * 4;
+        size_t(buffer.width / 2) * 4;
     return unsigned(pixel[0]) | unsigned(pixel[1]) << 8 | unsigned(pixel[2]) << 16;
 }
 
@@ -37,16 +37,15 @@ public:
 
     void SetTitle(const std::string& title) override { fWindow->SetTitle(title); }
     void SetFrame(BRect frame, int32 serial) override { fWindow->SetFrame(frame, serial); }
-    void SetSizeLimits(
-        float minWidth, float maxWidth, float minHeight, float maxHeight) override {
+    void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight) override {
         fWindow->SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
     }
     void Show() override { fWindow->Show(); }
     void Hide() override { fWindow->Hide(); }
     void Activate() override { fWindow->Activate(); }
     void Minimize(bool minimize) override { fWindow->Minimize(minimize); }
-    void SetControl(BPrivate::ControlId id, const BPrivate::ControlState& state,
-        int32 serial) override {
+    void SetControl(
+        BPrivate::ControlId id, const BPrivate::ControlState& state, int32 serial) override {
         fWindow->SetControl(id, state, serial);
     }
     void PlaceControl(BPrivate::ControlId id, const BPrivate::ControlPlace& place) override {

@@ -113,8 +113,6 @@ MAY_INCLUDE = {
 EXCEPTIONS = {
     # The platform's own SupportDefs.h brings ssize_t, off_t and mode_t with it.
     ("kits/include/support/SupportDefs.h", "sys/types.h"),
-    # The interface of the add-ons needs nothing of the kits and lies beside them.
-    ("kits/translation/AddOnModule.h", "kits/translators/AddOn.h"),
 }
 
 

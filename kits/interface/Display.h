@@ -155,7 +155,8 @@ public:
     virtual void SetTitle(const std::string& title) = 0;
     virtual void SetFrame(BRect frame, int32 serial) = 0;
     /// Smallest and largest width and height, in kit units.
-    virtual void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight) = 0;
+    virtual void SetSizeLimits(
+        float minWidth, float maxWidth, float minHeight, float maxHeight) = 0;
 
     virtual void Show() = 0;
     virtual void Hide() = 0;

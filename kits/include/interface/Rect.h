@@ -18,7 +18,9 @@ public:
     constexpr BRect(BPoint leftTop, BPoint rightBottom)
         : left(leftTop.x), top(leftTop.y), right(rightBottom.x), bottom(rightBottom.y) {}
 
-    constexpr void Set(float l, float t, float r, float b) { left = l, top = t, right = r, bottom = b; }
+    constexpr void Set(float l, float t, float r, float b) {
+        left = l, top = t, right = r, bottom = b;
+    }
 
     constexpr bool IsValid() const { return left <= right && top <= bottom; }
 
@@ -34,16 +36,30 @@ public:
     constexpr BPoint LeftBottom() const { return {left, bottom}; }
     constexpr BPoint RightBottom() const { return {right, bottom}; }
 
-    constexpr void OffsetBy(float dx, float dy) { left += dx, right += dx, top += dy, bottom += dy; }
+    constexpr void OffsetBy(float dx, float dy) {
+        left += dx, right += dx, top += dy, bottom += dy;
+    }
     constexpr void OffsetBy(BPoint by) { OffsetBy(by.x, by.y); }
     constexpr void OffsetTo(float x, float y) { OffsetBy(x - left, y - top); }
     constexpr void OffsetTo(BPoint to) { OffsetTo(to.x, to.y); }
-    constexpr BRect OffsetByCopy(float dx, float dy) const { BRect r(*this); r.OffsetBy(dx, dy); return r; }
+    constexpr BRect OffsetByCopy(float dx, float dy) const {
+        BRect r(*this);
+        r.OffsetBy(dx, dy);
+        return r;
+    }
     constexpr BRect OffsetByCopy(BPoint by) const { return OffsetByCopy(by.x, by.y); }
-    constexpr BRect OffsetToCopy(float x, float y) const { BRect r(*this); r.OffsetTo(x, y); return r; }
+    constexpr BRect OffsetToCopy(float x, float y) const {
+        BRect r(*this);
+        r.OffsetTo(x, y);
+        return r;
+    }
     constexpr BRect OffsetToCopy(BPoint to) const { return OffsetToCopy(to.x, to.y); }
     constexpr void InsetBy(float dx, float dy) { left += dx, right -= dx, top += dy, bottom -= dy; }
-    constexpr BRect InsetByCopy(float dx, float dy) const { BRect r(*this); r.InsetBy(dx, dy); return r; }
+    constexpr BRect InsetByCopy(float dx, float dy) const {
+        BRect r(*this);
+        r.InsetBy(dx, dy);
+        return r;
+    }
 
     constexpr bool Contains(BPoint p) const {
         return p.x >= left && p.x <= right && p.y >= top && p.y <= bottom;
@@ -66,5 +82,9 @@ public:
     constexpr bool operator==(const BRect&) const = default;
 };
 
-inline int32 BRect::IntegerWidth() const { return static_cast<int32>(right - left + 0.5F); }
-inline int32 BRect::IntegerHeight() const { return static_cast<int32>(bottom - top + 0.5F); }
+inline int32 BRect::IntegerWidth() const {
+    return static_cast<int32>(right - left + 0.5F);
+}
+inline int32 BRect::IntegerHeight() const {
+    return static_cast<int32>(bottom - top + 0.5F);
+}
