@@ -8,6 +8,7 @@
 #include "kits/app/CommandLine.h"
 #include "kits/app/LooperRegistry.h"
 #include "kits/app/MessageAccess.h"
+#include "kits/app/QuitSignals.h"
 #include "kits/interface/Display.h"
 
 #include <cstdio>
@@ -93,7 +94,10 @@ thread_id BApplication::Run() {
     const thread_id thread = BLooper::Run();
     if (thread < 0)
         return thread;
-    BPrivate::TheDisplay().Run();
+    {
+        const BPrivate::QuitSignals signals(BMessenger(this));
+        BPrivate::TheDisplay().Run();
+    }
     status_t result;
     wait_for_thread(thread, &result);
     return thread;

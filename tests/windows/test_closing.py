@@ -88,10 +88,15 @@ class Closing(ViewerTest):
             self.screen.release("Right")
         self.assertEqual(viewer.said(), "")
 
-    def test_a_terminal_s_interrupt_ends_it(self):
-        viewer = self.start()
-        viewer.process.send_signal(signal.SIGTERM)
-        x11.wait_for(lambda: not viewer.is_running(), "the viewer has ended")
+    def test_being_told_to_end_loses_no_settings(self):
+        for told in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            with self.subTest(signal=told):
+                viewer = self.start()
+                viewer.process.send_signal(told)
+                x11.wait_for(lambda: not viewer.is_running(), "the viewer has ended")
+                self.assertEqual(viewer.process.returncode, 0)
+                self.assertGreater(os.path.getsize(self.exit_states()), 20)
+                os.remove(self.exit_states())
 
 
 class Sizes(ViewerTest):

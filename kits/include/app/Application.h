@@ -30,6 +30,8 @@ public:
     /// Dispatches B_ARGV_RECEIVED, B_REFS_RECEIVED with the files of the command line, and
     /// B_READY_TO_RUN; then serves messages and the screen until Quit(). Main thread only.
     ///
+    /// A process that is told to end (SIGTERM, SIGINT, SIGHUP) asks the application to quit.
+    ///
     /// A file that is not there, or an option, is reported on standard error and left out.
     /// Returns the thread the application ran in.
     thread_id Run() override;

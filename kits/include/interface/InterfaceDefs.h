@@ -83,7 +83,9 @@ struct key_info {
 /// The keyboard now. Any thread. `B_BAD_VALUE` when `info` is null.
 status_t get_key_info(key_info* info);
 
-/// The modifier keys held now. Any thread.
+/// The modifier keys held now. Any thread. In a window's thread that handles a key or a mouse
+/// message: those that were held when it was made, so that a stroke is understood as it was meant
+/// however late it is handled.
 uint32 modifiers();
 
 enum color_which {

@@ -2,6 +2,7 @@
 #include <app/Application.h>
 #include <app/Message.h>
 #include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -126,6 +127,28 @@ TEST_F(ApplicationTest, RunsInAThreadOfItsOwn) {
     });
     EXPECT_EQ(app.Run(), own);
     EXPECT_NE(own, main);
+}
+
+TEST_F(ApplicationTest, QuitsWhenTheProcessIsToldToEnd) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        TestApplication app([signal](TestApplication&) { std::raise(signal); });
+        EXPECT_GT(app.Run(), 0);
+        struct sigaction action;
+        ASSERT_EQ(sigaction(signal, nullptr, &action), 0);
+        EXPECT_EQ(action.sa_handler, SIG_DFL) << signal;
+    }
+}
+
+TEST_F(ApplicationTest, LeavesIgnoredSignalsIgnored) {
+    std::signal(SIGHUP, SIG_IGN);
+    TestApplication app([](TestApplication& self) {
+        std::raise(SIGHUP);
+        self.PostMessage('_own');
+        self.PostMessage(B_QUIT_REQUESTED);
+    });
+    app.Run();
+    EXPECT_EQ(app.Commands(), (std::vector<uint32>{'redy', '_own'}));
+    EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
 TEST_F(ApplicationTest, DispatchesToItsHooks) {

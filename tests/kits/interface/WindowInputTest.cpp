@@ -69,6 +69,35 @@ TEST_F(WindowInput, MouseGoesToTheViewBelowIt) {
     EXPECT_THAT(Entries(), ElementsAre("right: down 20,15"));
 }
 
+TEST_F(WindowInput, ModifiersAreThoseOfTheMessage) {
+    class AskingView : public BView {
+    public:
+        using BView::BView;
+        void KeyDown(const char*, int32) override { held = modifiers(); }
+        void MessageReceived(BMessage* message) override {
+            if (message->what == 'ask ')
+                now = modifiers();
+            else
+                BView::MessageReceived(message);
+        }
+        uint32 held = 0;
+        uint32 now = 0;
+    };
+    auto* view = new AskingView(BRect(0, 0, 9, 9), "asking", 0, 0);
+    window.Do([&] {
+        window->AddChild(view);
+        view->MakeFocus();
+    });
+    // Released before the window came to handle it.
+    recording::TheRecordingDisplay().SetModifiers(B_SHIFT_KEY);
+    window.Screen().PressKey('x', B_CONTROL_KEY);
+    window->PostMessage('ask ', view);
+    window.Settle();
+    EXPECT_EQ(view->held, B_CONTROL_KEY);
+    EXPECT_EQ(view->now, B_SHIFT_KEY);
+    recording::TheRecordingDisplay().SetModifiers(0);
+}
+
 TEST_F(WindowInput, MessageTellsTheRest) {
     class AskingView : public BView {
     public:
