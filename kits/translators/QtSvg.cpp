@@ -1,5 +1,6 @@
 #include "kits/translators/Problem.h"
 #include "kits/translators/QtSvg.h"
+#include "kits/translators/SvgUses.h"
 #include <QGuiApplication>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -85,9 +86,11 @@ status_t ReadSvg(Source& source, QByteArray* text, Problem* problem) {
         return Fail(
             problem, B_NO_MEMORY, "the drawing has more than %d bytes of text", int(kMaxText));
     QXmlStreamReader xml(*text);
+    SvgUses uses;
     int depth = 0;
     while (!xml.atEnd()) {
         const auto token = xml.readNext();
+        uses.Add(xml);
         depth += token == QXmlStreamReader::StartElement ? 1
             : token == QXmlStreamReader::EndElement      ? -1
                                                          : 0;
@@ -96,6 +99,8 @@ status_t ReadSvg(Source& source, QByteArray* text, Problem* problem) {
     }
     if (xml.hasError())
         return Fail(problem, B_BAD_DATA, "%s", xml.errorString().toUtf8().constData());
+    if (!uses.AreFew())
+        return Fail(problem, B_BAD_DATA, "the drawing repeats itself without end");
     return B_OK;
 }
 

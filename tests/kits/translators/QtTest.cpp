@@ -236,6 +236,35 @@ TEST(QtTest, DrawingsWithTextAreDrawnOnAnyThread) {
     std::thread([&] { EXPECT_EQ(Try(FromText(drawing)), B_OK); }).join();
 }
 
+TEST(QtTest, RefusesDrawingsThatMultiplyThemselves) {
+    EnsureApplication();
+    const std::string begin =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" "
+        "xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
+        "width=\"4\" height=\"4\">";
+    const auto use = [](int id) { return "<use xlink:href=\"#n" + std::to_string(id) + "\"/>"; };
+    const auto doubling = [&](int levels) {
+        std::string drawing = begin + "<rect id=\"n0\" width=\"1\" height=\"1\"/>";
+        for (int i = 1; i <= levels; i++)
+            drawing += "<g id=\"n" + std::to_string(i) + "\">" + use(i - 1) + use(i - 1) + "</g>";
+        return drawing + "</svg>";
+    };
+    EXPECT_EQ(Try(FromText(doubling(8))), B_OK);
+    EXPECT_EQ(Try(FromText(doubling(40))), B_BAD_DATA);
+    // Hidden behind an id that two elements have.
+    std::string twice = doubling(40);
+    twice.insert(begin.size(), "<g id=\"n20\"/>");
+    EXPECT_EQ(Try(FromText(twice)), B_BAD_DATA);
+    EXPECT_EQ(Try(FromText(
+                  begin + "<g id=\"n1\">" + use(2) + "</g><g id=\"n2\">" + use(1) + "</g></svg>")),
+        B_BAD_DATA);
+    // A careless drawing that has one id many times is none of them.
+    std::string careless = begin;
+    for (int i = 0; i < 3000; i++)
+        careless += "<g id=\"n1\"><rect width=\"1\" height=\"1\"/></g>";
+    EXPECT_EQ(Try(FromText(careless + use(1) + "</svg>")), B_OK);
+}
+
 TEST(QtTest, RefusesDrawingsWithoutEnd) {
     EnsureApplication();
     std::string deep = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\">";
