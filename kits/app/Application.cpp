@@ -91,13 +91,11 @@ thread_id BApplication::Run() {
         return fInitStatus;
     if (Thread() == 0)
         PostCommandLine();
+    const BPrivate::QuitSignals signals(BMessenger(this));
     const thread_id thread = BLooper::Run();
     if (thread < 0)
         return thread;
-    {
-        const BPrivate::QuitSignals signals(BMessenger(this));
-        BPrivate::TheDisplay().Run();
-    }
+    BPrivate::TheDisplay().Run();
     status_t result;
     wait_for_thread(thread, &result);
     return thread;
