@@ -7,19 +7,9 @@
 #include <semaphore>
 #include <string>
 
+#include "tests/Eventually.h"
+
 namespace {
-
-constexpr bigtime_t kTimeout = 20 * 1000 * 1000;
-
-bool wait_until(const std::function<bool()>& condition) {
-    const bigtime_t end = system_time() + kTimeout;
-    while (!condition()) {
-        if (system_time() > end)
-            return false;
-        snooze(1000);
-    }
-    return true;
-}
 
 /// A thread that does what it is given.
 class TestThread : public TThread {
@@ -89,7 +79,7 @@ TEST(Thread, StopsWhenAsked) {
         return 3;
     });
     thread.Resume();
-    EXPECT_TRUE(wait_until([&] { return running.load(); }));
+    EXPECT_TRUE(eventually([&] { return running.load(); }));
     EXPECT_FALSE(thread.IsTerminated());
     thread.Terminate();
     int32 result = 0;
@@ -105,7 +95,7 @@ TEST(Thread, DeletesItselfWhenItIsToldTo) {
     thread->Resume();
     int32 result = 0;
     (void)wait_for_thread(id, &result);
-    EXPECT_TRUE(wait_until([&] { return deleted == 1; }));
+    EXPECT_TRUE(eventually([&] { return deleted == 1; }));
 }
 
 TEST(Thread, BelongsToItsOwnerOtherwise) {
@@ -144,7 +134,7 @@ TEST(Thread, IsKilledWithItsObjectWhileItRuns) {
     });
     const thread_id id = thread->ThreadID();
     thread->Resume();
-    EXPECT_TRUE(wait_until([&] { return running.load(); }));
+    EXPECT_TRUE(eventually([&] { return running.load(); }));
     thread.reset();
     thread_info info;
     EXPECT_NE(get_thread_info(id, &info), B_OK);
@@ -169,7 +159,7 @@ TEST(Thread, MayBeDeletedAsSoonAsItIsSeenToHaveEnded) {
     for (int i = 0; i < 500; i++) {
         auto thread = std::make_unique<TestThread>([](TestThread&) { return 0; });
         thread->Resume();
-        ASSERT_TRUE(wait_until([&] { return thread->IsTerminated(); }));
+        ASSERT_TRUE(eventually([&] { return thread->IsTerminated(); }));
         thread.reset();
     }
 }
@@ -198,13 +188,13 @@ TEST(Thread, CanBeSuspendedAgain) {
         return 0;
     });
     thread.Resume();
-    EXPECT_TRUE(wait_until([&] { return rounds > 0; }));
+    EXPECT_TRUE(eventually([&] { return rounds > 0; }));
     EXPECT_EQ(thread.Suspend(), B_OK);
     EXPECT_TRUE(thread.IsSuspended());
     EXPECT_EQ(thread.Resume(), B_OK);
     EXPECT_FALSE(thread.IsSuspended());
     const int before = rounds;
-    EXPECT_TRUE(wait_until([&] { return rounds > before; }));
+    EXPECT_TRUE(eventually([&] { return rounds > before; }));
     thread.Terminate();
     thread.Wait(nullptr);
 }

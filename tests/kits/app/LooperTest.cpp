@@ -314,7 +314,7 @@ TEST(Looper, TwoLoopersLockEachOther) {
     }
     loopers[0]->Run();
     loopers[1]->Run();
-    EXPECT_TRUE(Eventually([&] { return successes >= 40; }));
+    EXPECT_TRUE(eventually([&] { return successes >= 40; }));
     // One may still be trying to lock the other; both are free again before either goes.
     for (TestLooper* looper : loopers) {
         looper->Lock();

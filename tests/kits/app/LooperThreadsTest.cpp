@@ -30,7 +30,7 @@ TEST(LooperThreads, AHundredThousandMessages) {
     }
     for (std::thread& sender : senders)
         sender.join();
-    EXPECT_TRUE(Eventually([&received] { return received == kCount; }));
+    EXPECT_TRUE(eventually([&received] { return received == kCount; }));
     QuitLooper(looper);
 }
 
@@ -123,12 +123,12 @@ TEST(LooperThreads, RunnersOutliveTheirTargets) {
         BMessage message('tick');
         BMessageRunner first(BMessenger(looper), &message, 1000);
         BMessageRunner second(BMessenger(looper), &message, 1100);
-        EXPECT_TRUE(Eventually([&received] { return received >= 2; }));
+        EXPECT_TRUE(eventually([&received] { return received >= 2; }));
         QuitLooper(looper);
         bigtime_t interval;
         int32 count;
-        EXPECT_TRUE(Eventually([&] { return first.GetInfo(&interval, &count) != B_OK; }));
-        EXPECT_TRUE(Eventually([&] { return second.GetInfo(&interval, &count) != B_OK; }));
+        EXPECT_TRUE(eventually([&] { return first.GetInfo(&interval, &count) != B_OK; }));
+        EXPECT_TRUE(eventually([&] { return second.GetInfo(&interval, &count) != B_OK; }));
     }
 }
 
@@ -146,7 +146,7 @@ TEST(LooperThreads, HandlersComeAndGo) {
             while (messenger.SendMessage('test') == B_OK)
                 std::this_thread::yield();
         });
-        EXPECT_TRUE(Eventually([&, before = received.load()] { return received > before; }));
+        EXPECT_TRUE(eventually([&, before = received.load()] { return received > before; }));
         ASSERT_TRUE(handler->LockLooper());
         handler.reset();
         looper->Unlock();

@@ -57,7 +57,7 @@ protected:
         fLooper->PostMessage(&message, &fHandler);
         fLooper->PostMessage('last');
         fLooper->Run();
-        EXPECT_TRUE(Eventually([this] {
+        EXPECT_TRUE(eventually([this] {
             const auto commands = fJournal.Commands();
             return !commands.empty() && commands.back() == 'last';
         }));

@@ -57,7 +57,7 @@ TEST_F(MessageRunnerTest, SendsOnceAfterItsInterval) {
 
 TEST_F(MessageRunnerTest, SendsAsOftenAsTold) {
     BMessageRunner runner(fTarget, &fMessage, 2000, 5);
-    ASSERT_TRUE(Eventually([&] { return IsOver(runner); }));
+    ASSERT_TRUE(eventually([&] { return IsOver(runner); }));
     ASSERT_TRUE(fJournal.WaitForCount(5));
     // A message to the looper now comes after all of them.
     fLooper->PostMessage('last');
@@ -88,7 +88,7 @@ TEST_F(MessageRunnerTest, SendsForEverUntilDeleted) {
     const BMessage last('last');
     BMessageRunner other(fTarget, &last, 20000, 1);
     const auto isLast = [this] { return fJournal.Commands().back() == 'last'; };
-    ASSERT_TRUE(Eventually(isLast));
+    ASSERT_TRUE(eventually(isLast));
     const auto commands = fJournal.Commands();
     BMessageRunner again(fTarget, &last, 20000, 1);
     ASSERT_TRUE(fJournal.WaitForCount(commands.size() + 1));
@@ -101,7 +101,7 @@ TEST_F(MessageRunnerTest, CanBeChanged) {
     EXPECT_EQ(runner.SetInterval(0), B_BAD_VALUE);
     EXPECT_EQ(runner.SetInterval(1000), B_OK);
     EXPECT_EQ(runner.SetCount(2), B_OK);
-    ASSERT_TRUE(Eventually([&] { return IsOver(runner); }));
+    ASSERT_TRUE(eventually([&] { return IsOver(runner); }));
     ASSERT_TRUE(fJournal.WaitForCount(2));
 
     BMessageRunner ended(fTarget, &fMessage, 3600LL * 1000000, 3);

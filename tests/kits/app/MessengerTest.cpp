@@ -140,7 +140,7 @@ TEST(Messenger, ALooperThatGoesAnswers) {
         if (message->what != 'quit')
             return;
         entered.Open();
-        Eventually([&self] { return self.CountLockRequests() > 0; });
+        eventually([&self] { return self.CountLockRequests() > 0; });
         self.Quit();
     });
     looper->Run();
@@ -152,7 +152,7 @@ TEST(Messenger, ALooperThatGoesAnswers) {
         EXPECT_EQ(messenger.SendMessage('ask?', &reply), B_OK);
         EXPECT_EQ(reply.what, uint32(B_NO_REPLY));
     });
-    ASSERT_TRUE(Eventually([&] { return !looper->MessageQueue()->IsEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !looper->MessageQueue()->IsEmpty(); }));
     // Wants the lock, so that the looper goes on; gets it or not.
     if (messenger.LockTarget())
         looper->Unlock();

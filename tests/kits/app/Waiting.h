@@ -7,19 +7,9 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
-#include <thread>
 #include <vector>
 
-/// Waits until the condition holds; false after half a minute.
-inline bool Eventually(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
+#include "tests/Eventually.h"
 
 /// A door that stays open once it was opened.
 class Gate {
@@ -52,7 +42,7 @@ public:
         return fCommands;
     }
     bool WaitForCount(size_t count) const {
-        return Eventually([&] { return Commands().size() >= count; });
+        return eventually([&] { return Commands().size() >= count; });
     }
 
 private:

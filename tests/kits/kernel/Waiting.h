@@ -3,22 +3,10 @@
 // Waiting for other threads in tests: for a condition, never for a time.
 
 #include <atomic>
-#include <chrono>
+#include <kernel/OS.h>
 #include <thread>
 
-#include <kernel/OS.h>
-
-/// Whether `condition` became true within half a minute.
-template <class Condition>
-bool eventually(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
+#include "tests/Eventually.h"
 
 inline thread_state state_of(thread_id thread) {
     thread_info info = {};
