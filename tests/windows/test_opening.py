@@ -109,7 +109,7 @@ class Opening(ViewerTest):
         names = sorted(os.listdir(BACKGROUNDS), key=os.fsencode)
         viewer = self.start(BACKGROUNDS)
         viewer.wait_shown(names[0], 30)
-        self.assertFalse(viewer.window.picture().is_uniform())
+        x11.wait_for(lambda: not viewer.window.picture().is_uniform(), "the photograph is drawn")
         self.assert_clean(viewer)
 
 
