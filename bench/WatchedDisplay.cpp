@@ -44,6 +44,8 @@ public:
     void Hide() override { fWindow->Hide(); }
     void Activate() override { fWindow->Activate(); }
     void Minimize(bool minimize) override { fWindow->Minimize(minimize); }
+    BRect ScreenFrame() override { return fWindow->ScreenFrame(); }
+    float PixelRatio() override { return fWindow->PixelRatio(); }
     void SetControl(
         BPrivate::ControlId id, const BPrivate::ControlState& state, int32 serial) override {
         fWindow->SetControl(id, state, serial);
@@ -52,6 +54,7 @@ public:
         fWindow->PlaceControl(id, place);
     }
     void RemoveControl(BPrivate::ControlId id) override { fWindow->RemoveControl(id); }
+    void OpenMenu(BPrivate::ControlId bar, int32 item) override { fWindow->OpenMenu(bar, item); }
     void Present(const BPrivate::PixelBuffer& backBuffer, BRect area) override {
         fWindow->Present(backBuffer, area);
         if (gListener)

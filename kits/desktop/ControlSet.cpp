@@ -90,6 +90,11 @@ void ControlSet::Remove(ControlId id) {
     fControls.erase(id);
 }
 
+void ControlSet::OpenMenu(ControlId bar, int32 item) {
+    if (const auto found = fControls.find(bar); found != fControls.end())
+        found->second.control->OpenMenu(item);
+}
+
 bool ControlSet::eventFilter(QObject*, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;

@@ -30,6 +30,7 @@ public:
     void Set(ControlId id, const ControlState& state, int32 serial);
     void Place(ControlId id, const ControlPlace& place);
     void Remove(ControlId id);
+    void OpenMenu(ControlId bar, int32 item);
 
     /// The control that has the keyboard, 0 when it is the window's own content.
     ControlId Focused() const { return fFocused; }

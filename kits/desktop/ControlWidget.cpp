@@ -18,6 +18,8 @@ struct Maker {
     Made operator()(const CheckBoxState&) { return MakeCheckBox(parent, std::move(report)); }
     Made operator()(const RadioButtonState&) { return MakeRadioButton(parent, std::move(report)); }
     Made operator()(const TextControlState&) { return MakeTextControl(parent, std::move(report)); }
+    Made operator()(const MenuBarState&) { return MakeMenuBar(parent, std::move(report)); }
+    Made operator()(const MenuFieldState&) { return MakeMenuField(parent, std::move(report)); }
 };
 
 }  // namespace

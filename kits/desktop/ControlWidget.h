@@ -34,6 +34,8 @@ public:
     virtual QWidget& FocusWidget() { return *fWidget; }
     /// Shows the state, which is of the control's own kind.
     virtual void SetState(const ControlState& state) = 0;
+    /// Only a menu bar has menus: opens that of the item, of the first for 0.
+    virtual void OpenMenu(int32 /*item*/) {}
     virtual void SetAccessibleName(const QString& name) { fWidget->setAccessibleName(name); }
 
 protected:
@@ -58,5 +60,7 @@ std::unique_ptr<ControlWidget> MakeButton(QWidget* parent, ControlReport report)
 std::unique_ptr<ControlWidget> MakeCheckBox(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeRadioButton(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeTextControl(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeMenuBar(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeMenuField(QWidget* parent, ControlReport report);
 
 }  // namespace BPrivate

@@ -69,6 +69,14 @@ void QtWindow::Minimize(bool minimize) {
     Post([=](WindowWidget& widget) { widget.Minimize(minimize); });
 }
 
+BRect QtWindow::ScreenFrame() {
+    return TheDisplay().MainScreenFrame();
+}
+
+float QtWindow::PixelRatio() {
+    return 1;
+}
+
 void QtWindow::SetControl(ControlId id, const ControlState& state, int32 serial) {
     Post([=](WindowWidget& widget) { widget.Controls().Set(id, state, serial); });
 }
@@ -79,6 +87,10 @@ void QtWindow::PlaceControl(ControlId id, const ControlPlace& place) {
 
 void QtWindow::RemoveControl(ControlId id) {
     Post([=](WindowWidget& widget) { widget.Controls().Remove(id); });
+}
+
+void QtWindow::OpenMenu(ControlId bar, int32 item) {
+    Post([=](WindowWidget& widget) { widget.Controls().OpenMenu(bar, item); });
 }
 
 void QtWindow::Present(const PixelBuffer& backBuffer, BRect area) {

@@ -31,6 +31,7 @@ struct PixelBuffer {
     int32 bytesPerRow = 0;
     int32 width = 0;   ///< in pixels
     int32 height = 0;  ///< in pixels
+    float ratio = 1;   ///< pixels of the buffer to one kit unit
 };
 
 /// A font as a view asks for it. `size` is in pixels.
@@ -100,8 +101,39 @@ struct TextControlState {
     float divider = 0;  ///< where the text field starts, from the control's left edge
 };
 
+/// One item of a menu, with what is below it.
+struct MenuItemState {
+    int32 id = 0;  ///< names the item within its control; never used again within the process
+    std::string label;
+    bool separator = false;
+    bool enabled = true;
+    bool marked = false;
+    bool radio = false;         ///< stands in a menu in radio mode
+    bool hasSubmenu = false;    ///< opens `items`, which may be none
+    bool command = true;        ///< can be chosen itself; false for a mere title of a submenu
+    char shortcut = 0;          ///< the key shown as its shortcut, in upper case; 0 for none
+    uint32 modifiers = 0;       ///< those of the shortcut, Command included
+    int32 trigger = -1;         ///< byte of the label whose letter chooses it in the open menu; -1
+    std::vector<MenuItemState> items = {};
+
+    bool operator==(const MenuItemState&) const = default;
+};
+
+/// The keys of shortcuts reach the window as any others; the display only shows them.
+struct MenuBarState {
+    std::vector<MenuItemState> items = {};
+};
+
+struct MenuFieldState {
+    std::string label;
+    float divider = 0;    ///< where the field starts, from the control's left edge
+    std::string title;    ///< shown while no item is marked
+    bool fixedSize = false;
+    std::vector<MenuItemState> items = {};
+};
+
 using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, ButtonState,
-    CheckBoxState, RadioButtonState, TextControlState>;
+    CheckBoxState, RadioButtonState, TextControlState, MenuBarState, MenuFieldState>;
 
 /// What every control has besides its state.
 struct ControlPlace {
@@ -143,7 +175,9 @@ struct WindowSpec {
 /// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
 /// | `B_ZOOM` | none: the desktop did it already |
 /// | `B_QUIT_REQUESTED` | none: the close box |
-/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1) or "text" string (text control) |
+/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1), "text" string (text control) or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial) |
+/// | `kMenusOpen` | "control" int32, "open" bool: the first menu of a menu bar was opened, the last one closed |
+/// | `kScreenChanged` | "frame" rect, "ratio" float: the window is on another screen now, or its screen is another than it was; see ScreenFrame() and PixelRatio() |
 /// | `kControlFocused` | "control" int32: the user moved the focus to it; 0: to the window's own content |
 ///
 /// "serial" is that of the last SetFrame or SetControl the display had carried out: an event with
@@ -164,20 +198,29 @@ public:
     virtual void Activate() = 0;
     virtual void Minimize(bool minimize) = 0;
 
+    /// The rectangle of the screen that holds most of the window, in screen coordinates.
+    virtual BRect ScreenFrame() = 0;
+    /// Pixels of that screen to one kit unit; fractions are possible.
+    virtual float PixelRatio() = 0;
+
     /// Makes the control, or changes it. An event of the user's carries the serial back.
     virtual void SetControl(ControlId id, const ControlState& state, int32 serial) = 0;
     /// Only for an id already given to SetControl. Later ids lie above earlier ones.
     virtual void PlaceControl(ControlId id, const ControlPlace& place) = 0;
     virtual void RemoveControl(ControlId id) = 0;
+    /// Opens the menu of that item of a menu bar as the keyboard does; 0 for the first.
+    virtual void OpenMenu(ControlId bar, int32 item) = 0;
 
     /// Shows the given area of the back buffer on the screen. The buffer covers the whole window
-    /// content and its alpha is ignored; the area is in window coordinates.
+    /// content and its alpha is ignored; the area is in pixels of the buffer, edges included.
     virtual void Present(const PixelBuffer& backBuffer, BRect area) = 0;
 };
 
-/// `kControlChanged` and `kControlFocused` are private to the kits.
+// Private to the kits.
 constexpr uint32 kControlChanged = '_CCH';
 constexpr uint32 kControlFocused = '_CFO';
+constexpr uint32 kMenusOpen = '_CMO';
+constexpr uint32 kScreenChanged = '_SCH';
 
 /// The display of the process.
 class Display {
@@ -208,7 +251,7 @@ public:
     /// The advance of the text in pixels.
     virtual float StringWidth(const FontSpec& font, const std::string& utf8) = 0;
     /// Blends the text into the buffer, its baseline starting at `origin`, nothing outside `clip`
-    /// (pixels of the buffer, edges inclusive).
+    /// (both in pixels of the buffer, edges inclusive). The font is scaled by the buffer's ratio.
     virtual void DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
         const FontSpec& font, const std::string& utf8) = 0;
     /// The size a control with this state wants, as width and height in kit units. Waits for the

@@ -87,6 +87,8 @@ public:
     bool IsMinimized() const;
     int32 CountActivations() const;
     Limits SizeLimits() const;
+    /// The menus the kits opened: the menu bar's id and the item's.
+    std::vector<std::pair<ControlId, int32>> OpenedMenus() const;
     /// Every area presented so far.
     std::vector<BRect> Presented() const;
     Picture Shown() const;
@@ -115,6 +117,11 @@ public:
     void SetValue(ControlId id, int32 value);
     void SetText(ControlId id, const std::string& text);
     void FocusControl(ControlId id);
+    /// Chooses the item of a menu bar or menu field; the labels lead to it, from the outermost
+    /// menu. False when there is none or it cannot be chosen.
+    bool ChooseItem(ControlId id, const std::vector<std::string>& labels);
+    /// The desktop moves the window to a screen of this frame and ratio.
+    void ChangeScreen(BRect frame, float ratio);
     /// Any message as from the display, for events that crossed others on the way.
     void Send(BMessage& message);
 
@@ -130,6 +137,7 @@ private:
         Changed();
     }
     void _SendControl(ControlId id, BMessage& message);
+    float _PixelRatio() const;
 
     mutable std::mutex fLock;
     const BPrivate::WindowSpec fSpec;
@@ -145,6 +153,9 @@ private:
     std::vector<BRect> fPresented;
     Picture fPicture;
     std::map<ControlId, Control> fControls;
+    std::vector<std::pair<ControlId, int32>> fOpenedMenus;
+    std::optional<BRect> fScreenFrame;  // none: the main screen's
+    float fPixelRatio = 1;
 };
 
 class RecordingDisplay : public BPrivate::Display {

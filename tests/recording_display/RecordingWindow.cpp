@@ -67,6 +67,19 @@ void RecordingWindow::Minimize(bool minimize) {
     fWindow->_Change([&] { fWindow->fMinimized = minimize; });
 }
 
+BRect RecordingWindow::ScreenFrame() {
+    const std::lock_guard guard(fWindow->fLock);
+    return fWindow->fScreenFrame.value_or(TheRecordingDisplay().MainScreenFrame());
+}
+
+float RecordingWindow::PixelRatio() {
+    return fWindow->_PixelRatio();
+}
+
+void RecordingWindow::OpenMenu(BPrivate::ControlId bar, int32 item) {
+    fWindow->_Change([&] { fWindow->fOpenedMenus.emplace_back(bar, item); });
+}
+
 void RecordingWindow::SetControl(ControlId id, const ControlState& state, int32 serial) {
     fWindow->_Change([&] {
         Control& control = fWindow->fControls[id];

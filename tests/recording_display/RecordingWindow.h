@@ -20,9 +20,12 @@ public:
     void Hide() override;
     void Activate() override;
     void Minimize(bool minimize) override;
+    BRect ScreenFrame() override;
+    float PixelRatio() override;
     void SetControl(ControlId id, const ControlState& state, int32 serial) override;
     void PlaceControl(ControlId id, const ControlPlace& place) override;
     void RemoveControl(ControlId id) override;
+    void OpenMenu(BPrivate::ControlId bar, int32 item) override;
     void Present(const BPrivate::PixelBuffer& backBuffer, BRect area) override;
 
 private:

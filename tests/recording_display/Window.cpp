@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <kernel/OS.h>
@@ -46,6 +47,16 @@ int32 Window::CountActivations() const {
 Limits Window::SizeLimits() const {
     const std::lock_guard guard(fLock);
     return fLimits;
+}
+
+std::vector<std::pair<ControlId, int32>> Window::OpenedMenus() const {
+    const std::lock_guard guard(fLock);
+    return fOpenedMenus;
+}
+
+float Window::_PixelRatio() const {
+    const std::lock_guard guard(fLock);
+    return fPixelRatio;
 }
 
 std::vector<BRect> Window::Presented() const {
@@ -233,6 +244,45 @@ void Window::SetText(ControlId id, const std::string& text) {
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddString("text", text.c_str());
     _SendControl(id, message);
+}
+
+bool Window::ChooseItem(ControlId id, const std::vector<std::string>& labels) {
+    const std::vector<BPrivate::MenuItemState>* items = nullptr;
+    ControlState state;
+    {
+        const std::lock_guard guard(fLock);
+        state = fControls.at(id).state;
+    }
+    if (const auto* bar = std::get_if<BPrivate::MenuBarState>(&state))
+        items = &bar->items;
+    else
+        items = &std::get<BPrivate::MenuFieldState>(state).items;
+    const BPrivate::MenuItemState* chosen = nullptr;
+    for (const std::string& label : labels) {
+        const auto named = [&](const auto& item) { return item.label == label; };
+        const auto found = std::ranges::find_if(*items, named);
+        if (found == items->end() || !found->enabled)
+            return false;
+        chosen = &*found;
+        items = &chosen->items;
+    }
+    if (chosen == nullptr || !chosen->command || chosen->separator)
+        return false;
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddInt32("item", chosen->id);
+    _SendControl(id, message);
+    return true;
+}
+
+void Window::ChangeScreen(BRect frame, float ratio) {
+    _Change([&] {
+        fScreenFrame = frame;
+        fPixelRatio = ratio;
+    });
+    BMessage message(BPrivate::kScreenChanged);
+    (void)message.AddRect("frame", frame);
+    (void)message.AddFloat("ratio", ratio);
+    Send(message);
 }
 
 void Window::FocusControl(ControlId id) {
