@@ -22,7 +22,7 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 }  // namespace
 
-bool WritePhoto(const std::string& path, int number) {
+bool WritePhoto(const std::string& path, int number, int width, int height) {
     File file(std::fopen(path.c_str(), "wb"));
     if (!file)
         return false;
@@ -31,8 +31,8 @@ bool WritePhoto(const std::string& path, int number) {
     jpeg.err = jpeg_std_error(&errors);
     jpeg_create_compress(&jpeg);
     jpeg_stdio_dest(&jpeg, file.get());
-    jpeg.image_width = kPhotoWidth;
-    jpeg.image_height = kPhotoHeight;
+    jpeg.image_width = static_cast<JDIMENSION>(width);
+    jpeg.image_height = static_cast<JDIMENSION>(height);
     jpeg.input_components = 3;
     jpeg.in_color_space = JCS_RGB;
     jpeg_set_defaults(&jpeg);
@@ -40,12 +40,12 @@ bool WritePhoto(const std::string& path, int number) {
     jpeg_start_compress(&jpeg, TRUE);
 
     std::minstd_rand random(static_cast<unsigned>(number) + 1);
-    std::vector<JSAMPLE> row(kPhotoWidth * 3);
+    std::vector<JSAMPLE> row(static_cast<size_t>(width) * 3);
     float hue = 1.3F * static_cast<float>(number);
-    for (int y = 0; y < kPhotoHeight; ++y) {
-        float v = static_cast<float>(y) / kPhotoHeight;
-        for (int x = 0; x < kPhotoWidth; ++x) {
-            float u = static_cast<float>(x) / kPhotoWidth;
+    for (int y = 0; y < height; ++y) {
+        float v = static_cast<float>(y) / static_cast<float>(height);
+        for (int x = 0; x < width; ++x) {
+            float u = static_cast<float>(x) / static_cast<float>(width);
             float shape = std::sin(9 * u + 4 * std::sin(7 * v)) * 28 + std::sin(60 * u * v) * 14;
             auto noise = static_cast<float>(random() >> 8 & 31) - 15.5F;
             for (int c = 0; c < 3; ++c) {

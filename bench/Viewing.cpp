@@ -7,8 +7,6 @@
 //     BENCH_MEASURE=steps bench_viewing FOLDER  steps through it and prints one line a step
 
 #include <algorithm>
-#include <app/AppDefs.h>
-#include <app/Message.h>
 #include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
@@ -16,7 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <interface/InterfaceDefs.h>
-#include <kernel/OS.h>
 #include <mutex>
 #include <sstream>
 #include <thread>
@@ -24,12 +21,16 @@
 
 #include "bench/Photo.h"
 #include "bench/Report.h"
+#include "bench/ViewerRun.h"
 #include "bench/WatchedDisplay.h"
 
 int lorivane_main(int argc, char** argv);
 
 namespace {
 
+using bench::GiveUp;
+using bench::RunSelf;
+using bench::SendKey;
 using namespace std::chrono_literals;
 
 constexpr int kPhotos = 6;
@@ -42,11 +43,6 @@ constexpr auto kPatience = 60s;
 std::mutex gLock;
 std::condition_variable gDrawn;
 bench::Drawing gLast;
-
-[[noreturn]] void GiveUp(const char* reason) {
-    std::fprintf(stderr, "%s\n", reason);
-    std::_Exit(1);
-}
 
 // The first drawing whose middle is not the black of the empty window.
 int First(int argc, char** argv, bench::Clock::time_point start) {
@@ -97,18 +93,6 @@ void AwaitRest() {
     }
 }
 
-void SendKey(char key) {
-    BMessage message(B_KEY_DOWN);
-    const char bytes[] = {key, '\0'};
-    message.AddInt64("when", system_time());
-    message.AddInt32("key", key == ' ' ? 0x5e : 0x1e);
-    message.AddInt32("modifiers", 0);
-    message.AddInt32("raw_char", key);
-    message.AddInt8("byte", key);
-    message.AddString("bytes", bytes);
-    bench::FirstWindow().SendMessage(&message);
-}
-
 // One key, and the drawing that ends what it started.
 void Step(char key) {
     AwaitRest();
@@ -147,22 +131,6 @@ int Steps(int argc, char** argv) {
     int status = lorivane_main(argc, argv);
     hand.detach();
     return status;
-}
-
-// The lines that this program prints when it measures this.
-std::vector<std::string> RunSelf(const std::string& what, const std::string& path) {
-    std::string command = "BENCH_MEASURE=" + what + " '" +
-        std::filesystem::read_symlink("/proc/self/exe").string() + "' '" + path + "'";
-    std::vector<std::string> lines;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return lines;
-    char line[256];
-    while (std::fgets(line, sizeof(line), pipe) != nullptr)
-        lines.emplace_back(line);
-    if (pclose(pipe) != 0)
-        lines.clear();
-    return lines;
 }
 
 int Measure(const std::filesystem::path& folder) {

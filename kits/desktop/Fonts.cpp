@@ -1,7 +1,10 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
+#include <QRawFont>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -14,6 +17,9 @@ namespace {
 
 // On an image of 72 dots an inch a font of n points is n pixels high, and n may have a fraction.
 constexpr int kDotsPerMeter = 2835;
+
+// A line of text wider than any; Qt's own limit is 32 times that.
+constexpr qreal kEndless = 1e6;
 
 float SaneSize(float size) {
     return std::isfinite(size) ? std::clamp(size, 1.0F, 2000.0F) : 12.0F;
@@ -47,6 +53,31 @@ QRgb Over(QRgb above, QRgb below) {
     };
     return qRgba(mix(qRed(above), qRed(below)), mix(qGreen(above), qGreen(below)),
         mix(qBlue(above), qBlue(below)), sum);
+}
+
+/// Draws with letters `ratio` times as large, each where it stands in the text as it is measured:
+/// in the larger font itself they would drift away from that.
+void DrawEnlarged(
+    QPainter& painter, QPointF origin, const QFont& font, const QString& text, qreal ratio) {
+    QTextOption plain(Qt::AlignLeft | Qt::AlignAbsolute);
+    plain.setWrapMode(QTextOption::NoWrap);
+    QTextLayout layout(text, font, painter.device());
+    layout.setTextOption(plain);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    if (line.isValid())
+        line.setLineWidth(kEndless);
+    layout.endLayout();
+    for (QGlyphRun run : layout.glyphRuns()) {
+        QRawFont letters = run.rawFont();
+        letters.setPixelSize(letters.pixelSize() * ratio);
+        QList<QPointF> positions = run.positions();
+        for (QPointF& at : positions)
+            at = QPointF(at.x(), at.y() - line.ascent()) * ratio;
+        run.setRawFont(letters);
+        run.setPositions(positions);
+        painter.drawGlyphRun(origin, run);
+    }
 }
 
 QImage MeasuringImage() {
@@ -97,9 +128,10 @@ void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_colo
     const QFont font = ImageFont(spec, measure);
     const QFontMetricsF metrics(font, &measure);
     // Slanted letters and accents reach beyond their own boxes, but not by more than a box.
-    const double reach = metrics.height();
+    const auto ratio = double{buffer.ratio};
+    const double reach = metrics.height() * ratio;
     const QRectF ink(origin.x - reach, origin.y - 2 * reach,
-        metrics.horizontalAdvance(text) + 2 * reach, 3 * reach);
+        metrics.horizontalAdvance(text) * ratio + 2 * reach, 3 * reach);
     const QRect area = PixelsOf(clip) & QRect(0, 0, buffer.width, buffer.height) &
         PixelsOf(BRect(static_cast<float>(ink.left()), static_cast<float>(ink.top()),
             static_cast<float>(ink.right()), static_cast<float>(ink.bottom())));
@@ -117,7 +149,11 @@ void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_colo
         QPainter painter(&drawn);
         painter.setFont(font);
         painter.setPen(QColor(color.red, color.green, color.blue, color.alpha));
-        painter.drawText(QPointF(origin.x, origin.y) - area.topLeft(), text);
+        const QPointF start = QPointF(origin.x, origin.y) - area.topLeft();
+        if (ratio == 1)
+            painter.drawText(start, text);
+        else
+            DrawEnlarged(painter, start, font, text, ratio);
     }
     for (int y = 0; y < area.height(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));

@@ -1,3 +1,4 @@
+#include <QPaintDevice>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,21 @@ int PixelAt(float position) {
     constexpr float kFar = 1 << 24;  // far outside of any screen, and safe to add up
     return std::isnan(position) ? 0
                                 : static_cast<int>(std::floor(std::clamp(position, -kFar, kFar)));
+}
+
+/// The whole numbers around what becomes of a rectangle.
+QRect Around(const QRect& rect, qreal scale) {
+    return QRectF(rect.x() * scale, rect.y() * scale, rect.width() * scale, rect.height() * scale)
+        .toAlignedRect();
+}
+
+/// The pixels of the image to one unit of the painter's. The two hear of another screen at
+/// different times; between, the image is shown larger or smaller than its pixels.
+qreal RatioFor(const QPainter& painter, qreal imageRatio) {
+    // Qt's own is more precise. Only a scale that is exactly undone leaves pixels as they are.
+    constexpr qreal kSame = 1e-4;
+    const qreal own = painter.device()->devicePixelRatioF();
+    return std::abs(own - imageRatio) < kSame ? own : imageRatio;
 }
 
 }  // namespace
@@ -30,6 +46,11 @@ bool FrontImage::Present(const PixelBuffer& buffer, QRect area) {
         return false;
 
     const std::lock_guard lock(fLock);
+    const auto ratio = qreal{buffer.ratio};
+    // Pixels of two ratios side by side would be a jumble.
+    if (!fImage.isNull() && fRatio != ratio)
+        area = whole;
+    fRatio = ratio;
     if (fImage.size() != whole.size())
         Resize(whole.size(), area);
     if (fImage.isNull())
@@ -44,7 +65,7 @@ bool FrontImage::Present(const PixelBuffer& buffer, QRect area) {
             to[x] = from[x] | 0xff000000U;
     }
     const bool idle = fChanged.isEmpty();
-    fChanged |= area;
+    fChanged |= Around(area, 1 / ratio);
     return idle;
 }
 
@@ -64,9 +85,11 @@ QRect FrontImage::TakeChanged() {
 
 void FrontImage::Paint(QPainter& painter, const QRegion& region, QSize window) {
     const std::lock_guard lock(fLock);
-    for (const QRect& rect : region& fImage.rect())
-        painter.drawImage(rect.topLeft(), fImage, rect);
-
+    // From here on a unit of the painter's is a pixel of the image, which Qt then copies.
+    const qreal ratio = RatioFor(painter, fRatio);
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
+    const QRect whole = Around(QRect(QPoint(), window), ratio);
     const int width = fImage.width();
     const int height = fImage.height();
     QColor right = fEmpty;
@@ -75,12 +98,18 @@ void FrontImage::Paint(QPainter& painter, const QRegion& region, QSize window) {
         right = fImage.pixelColor(width - 1, height / 2);
         below = fImage.pixelColor(width / 2, height - 1);
     }
-    const QRegion beside = region & QRect(width, 0, window.width() - width, height);
-    for (const QRect& rect : beside)
-        painter.fillRect(rect, right);
-    const QRegion under = region & QRect(0, height, window.width(), window.height() - height);
-    for (const QRect& rect : under)
-        painter.fillRect(rect, below);
+    const QRect beside(width, 0, whole.width() - width, height);
+    const QRect under(0, height, whole.width(), whole.height() - height);
+    for (const QRect& rect : region) {
+        const QRect area = Around(rect, ratio) & whole;
+        if (const QRect inside = area & fImage.rect(); !inside.isEmpty())
+            painter.drawImage(inside.topLeft(), fImage, inside);
+        if (area.intersects(beside))
+            painter.fillRect(area & beside, right);
+        if (area.intersects(under))
+            painter.fillRect(area & under, below);
+    }
+    painter.restore();
 }
 
 }  // namespace BPrivate

@@ -23,15 +23,17 @@ public:
     /// `empty` shows where nothing was presented yet.
     explicit FrontImage(QColor empty);
 
-    /// Takes over the area of the buffer.
+    /// Takes over the area of the buffer, which is in its pixels. A buffer of another ratio than
+    /// the last is taken over as a whole.
     /// \return true if the main thread is to be told: nothing was waiting to be painted before
     [[nodiscard]] bool Present(const PixelBuffer& buffer, QRect area);
 
-    /// What has changed since the last call.
+    /// What has changed since the last call, in units.
     QRect TakeChanged();
 
-    /// Paints the region of a window of that size. What lies beyond the image, as after the user
-    /// has made the window larger, takes the colour of the image's edge.
+    /// Paints the region of a window of that size, both in units, a pixel of the image on each of
+    /// the screen's. What lies beyond the image, as after the user has made the window larger,
+    /// takes the colour of the image's edge.
     void Paint(QPainter& painter, const QRegion& region, QSize window);
 
 private:
@@ -39,7 +41,8 @@ private:
 
     std::mutex fLock;
     QImage fImage;
-    QRect fChanged;
+    qreal fRatio = 1;
+    QRect fChanged;  // units
     QColor fEmpty;
 };
 

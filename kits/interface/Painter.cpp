@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "kits/interface/PixelOps.h"
+#include "kits/interface/PixelScale.h"
 
 namespace BPrivate::Painter {
 
@@ -38,7 +39,7 @@ void ForEach(const PixelBuffer& to, PixelRect area, Change change) {
     }
 }
 
-/// Whether the pattern's bit for this pixel of the buffer is set.
+/// Whether the pattern's bit for this unit of the buffer is set.
 bool TakesHigh(const pattern& fill, int32 x, int32 y) {
     return ((fill.data[y & 7] >> (7 - (x & 7))) & 1) != 0;
 }
@@ -52,8 +53,8 @@ void FillSolid(const PixelBuffer& to, PixelRect area, Pixel p) {
         std::memcpy(RowOf(to, y) + std::ptrdiff_t{4} * area.left, first, 4 * count);
 }
 
-void PaintPixel(uint8* row, int32 x, int32 y, const Paint& paint) {
-    const bool high = TakesHigh(paint.fill, x, y);
+void PaintPixel(uint8* row, int32 x, int32 y, const Paint& paint, const PixelScale& scale) {
+    const bool high = TakesHigh(paint.fill, scale.UnitAt(x), scale.UnitAt(y));
     const Pixel p = ToPixel(high ? paint.high : paint.low);
     switch (paint.mode) {
     case B_OP_COPY: Store(row, x, p); break;
@@ -77,7 +78,9 @@ void FillRect(const PixelBuffer& to, PixelRect clip, PixelRect rect, const Paint
         return;
     const bool solidHigh = paint.fill == B_SOLID_HIGH;
     if (!solidHigh && paint.fill != B_SOLID_LOW) {
-        ForEach(to, area, [&](uint8* row, int32 x, int32 y) { PaintPixel(row, x, y, paint); });
+        const PixelScale scale(to.ratio);
+        ForEach(
+            to, area, [&](uint8* row, int32 x, int32 y) { PaintPixel(row, x, y, paint, scale); });
         return;
     }
     if (!solidHigh && paint.mode == B_OP_OVER)
@@ -100,6 +103,7 @@ void DrawLine(const PixelBuffer& to, PixelRect clip, BPoint from, BPoint end, co
     const PixelRect area = Inside(to, clip);
     if (area.IsEmpty() || !IsFinite(from) || !IsFinite(end))
         return;
+    const PixelScale scale(to.ratio);
     // Along the longer axis every pixel is visited once; only those inside are worth computing.
     double x0 = PixelAt(from.x);
     double y0 = PixelAt(from.y);
@@ -117,14 +121,21 @@ void DrawLine(const PixelBuffer& to, PixelRect clip, BPoint from, BPoint end, co
     const double slope = x1 > x0 ? (y1 - y0) / (x1 - x0) : 0;
     const int32 low = steep ? area.top : area.left;
     const int32 high = steep ? area.bottom : area.right;
-    const auto start = static_cast<int32>(std::max(x0, static_cast<double>(low)));
-    const auto stop = static_cast<int32>(std::min(x1, static_cast<double>(high) - 1));
-    for (int32 along = start; along <= stop; along++) {
-        const auto across = static_cast<int32>(std::floor(y0 + (along - x0) * slope + 0.5));
-        const int32 x = steep ? across : along;
-        const int32 y = steep ? along : across;
-        if (x >= area.left && x < area.right && y >= area.top && y < area.bottom)
-            PaintPixel(RowOf(to, y), x, y, paint);
+    const int32 first = scale.Edge(static_cast<int32>(x0));
+    const int32 start = std::max(first, low);
+    const int32 stop = std::min(std::max(scale.Edge(static_cast<int32>(x1) + 1), first + 1), high);
+    for (int32 along = start; along < stop; along++) {
+        // Where the middle of the pixel lies among the middles of units.
+        const double unit = std::clamp((along + 0.5) / scale.Ratio() - 0.5, x0, x1);
+        const double across = y0 + (unit - x0) * slope;
+        const int32 near = scale.EdgeAt(across);
+        const int32 far = std::max(scale.EdgeAt(across + 1), near + 1);
+        for (int32 at = near; at < far; at++) {
+            const int32 x = steep ? at : along;
+            const int32 y = steep ? along : at;
+            if (x >= area.left && x < area.right && y >= area.top && y < area.bottom)
+                PaintPixel(RowOf(to, y), x, y, paint, scale);
+        }
     }
 }
 

@@ -2,7 +2,10 @@
 
 // Pixel work, as functions of their arguments. Destinations are 32-bit (B, G, R, A; alpha not
 // premultiplied). `clip` is in pixels of the destination and may reach beyond it; nothing outside
-// of either is touched.
+// of either is touched. Which clip something is drawn through changes nothing about its pixels.
+//
+// Rectangles are in pixels. What depends on the size of a unit is given in units, which become
+// pixels by the destination's ratio (PixelScale).
 
 #include <interface/GraphicsDefs.h>
 #include <interface/View.h>
@@ -28,18 +31,18 @@ struct PixelSource {
 
 namespace Painter {
 
-/// With B_OP_OVER, pixels of the low colour are left alone.
+/// With B_OP_OVER, pixels of the low colour are left alone. A pattern's squares are units.
 void FillRect(const PixelBuffer& to, PixelRect clip, PixelRect rect, const Paint& paint);
 
-/// One pixel wide, both ends included.
+/// A unit wide but no less than a pixel, both ends included; the ends are in units.
 void DrawLine(const PixelBuffer& to, PixelRect clip, BPoint from, BPoint end, const Paint& paint);
 
 /// Each colour becomes 255 less its value.
 void InvertRect(const PixelBuffer& to, PixelRect clip, PixelRect rect);
 
-/// Draws the part `source` of the picture into `destination`: pixel for pixel when both are of one
-/// size, otherwise each pixel is the source's nearest. What of `source` is outside of the picture
-/// draws nothing. The two buffers do not overlap, or are the same and the areas do not.
+/// Draws the part `source` of the picture into `destination`, which is in units: a pixel for each
+/// unit when both are of one size, otherwise each pixel is the source's nearest. What of `source`
+/// is outside of the picture draws nothing. The two buffers do not overlap, or are the same and the areas do not.
 void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
     PixelRect destination, drawing_mode mode);
 

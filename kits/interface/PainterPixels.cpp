@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "kits/interface/PixelOps.h"
+#include "kits/interface/PixelScale.h"
 
 namespace BPrivate::Painter {
 
@@ -14,6 +15,12 @@ const uint8* RowOf(const PixelBuffer& from, int32 y) {
 
 uint8* PixelOf(const PixelBuffer& to, int32 x, int32 y) {
     return to.bits + static_cast<std::ptrdiff_t>(y) * to.bytesPerRow + std::ptrdiff_t{4} * x;
+}
+
+void Prefetch(const uint8* memory, std::size_t length) {
+    constexpr std::size_t kCacheLine = 64;
+    for (std::size_t at = 0; at < length; at += kCacheLine)
+        __builtin_prefetch(memory + at);
 }
 
 template <typename Write>
@@ -40,22 +47,51 @@ template <>
 void DrawSameSize<ReadRgba32, WriteCopy>(
     const PixelBuffer& to, PixelRect area, const PixelBuffer& from, int32 dx, int32 dy) {
     const auto length = 4 * static_cast<std::size_t>(area.Width());
+    const auto sourceOf = [&](int32 y) {
+        return RowOf(from, y + dy) + std::ptrdiff_t{4} * (area.left + dx);
+    };
     for (int32 y = area.top; y < area.bottom; y++) {
-        std::memcpy(PixelOf(to, area.left, y),
-            RowOf(from, y + dy) + std::ptrdiff_t{4} * (area.left + dx), length);
+        // Rows of a large picture lie far apart, where the processor does not expect the next one.
+        if (y + 1 < area.bottom)
+            Prefetch(sourceOf(y + 1), length);
+        std::memcpy(PixelOf(to, area.left, y), sourceOf(y), length);
     }
 }
 
-/// The source's position nearest to each of the positions from `first` on, or -1 outside of
-/// 0 to `limit` - 1. `size` positions of the source become `count` from `start` on.
+/// One direction of a drawing: `size` positions of the source become `count` units.
+struct Stretch {
+    int32 sourceStart;
+    int32 size;
+    int32 start;
+    int32 count;
+
+    /// The position nearest to the middle of a unit.
+    int64 AtUnit(int32 unit) const {
+        // In halves, so that all is whole numbers.
+        const int64 middle = 2 * (static_cast<int64>(unit) - start) + 1;
+        return sourceStart + middle * size / (2 * static_cast<int64>(count));
+    }
+    /// The position nearest to the middle of a pixel.
+    int64 AtPixel(int32 pixel, const PixelScale& scale) const {
+        const int32 unit = scale.UnitAt(pixel);
+        if (size == count)
+            return static_cast<int64>(sourceStart) + unit - start;
+        // Units are not all of one width in pixels; no pixel may reach over its own unit.
+        constexpr double last = 1 - 1e-9;
+        const double within = std::clamp((pixel + 0.5) / scale.Ratio() - unit, 0.0, last);
+        const double along = (static_cast<double>(unit) - start + within) * size / count;
+        return sourceStart + static_cast<int64>(along);
+    }
+};
+
+/// The source's position for each of the pixels from `first` on, or -1 outside of 0 to
+/// `limit` - 1.
 std::vector<int32> NearestPositions(
-    int32 first, int32 last, int32 start, int32 count, int32 sourceStart, int32 size, int32 limit) {
+    int32 first, int32 last, const Stretch& stretch, int32 limit, const PixelScale& scale) {
     std::vector<int32> positions;
     positions.reserve(static_cast<std::size_t>(last - first));
     for (int32 at = first; at < last; at++) {
-        // The middle of the position, in halves so that all is whole numbers.
-        const int64 middle = 2 * (static_cast<int64>(at) - start) + 1;
-        const int64 nearest = sourceStart + middle * size / (2 * static_cast<int64>(count));
+        const int64 nearest = scale.IsOne() ? stretch.AtUnit(at) : stretch.AtPixel(at, scale);
         positions.push_back(nearest >= 0 && nearest < limit ? static_cast<int32>(nearest) : -1);
     }
     return positions;
@@ -74,10 +110,13 @@ void InsideRange(const std::vector<int32>& positions, std::size_t& first, std::s
 template <typename Read, typename Write>
 void DrawScaled(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, PixelRect source,
     PixelRect destination) {
-    const std::vector<int32> columns = NearestPositions(area.left, area.right, destination.left,
-        destination.Width(), source.left, source.Width(), from.width);
-    const std::vector<int32> rows = NearestPositions(area.top, area.bottom, destination.top,
-        destination.Height(), source.top, source.Height(), from.height);
+    const PixelScale scale(to.ratio);
+    const Stretch across{source.left, source.Width(), destination.left, destination.Width()};
+    const Stretch down{source.top, source.Height(), destination.top, destination.Height()};
+    const std::vector<int32> columns =
+        NearestPositions(area.left, area.right, across, from.width, scale);
+    const std::vector<int32> rows =
+        NearestPositions(area.top, area.bottom, down, from.height, scale);
     std::size_t firstColumn = 0;
     std::size_t lastColumn = 0;
     InsideRange(columns, firstColumn, lastColumn);
@@ -110,7 +149,9 @@ void DrawScaled(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, 
 template <typename Read, typename Write>
 void Draw(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, PixelRect source,
     PixelRect destination) {
-    if (source.Width() != destination.Width() || source.Height() != destination.Height()) {
+    const bool isOneToOne = PixelScale(to.ratio).IsOne() && source.Width() == destination.Width() &&
+        source.Height() == destination.Height();
+    if (!isOneToOne) {
         DrawScaled<Read, Write>(to, area, from, source, destination);
         return;
     }
@@ -137,7 +178,8 @@ void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, 
     PixelRect destination, drawing_mode mode) {
     if (to.bits == nullptr || from.buffer.bits == nullptr || source.IsEmpty())
         return;
-    const PixelRect area = clip & PixelRect{0, 0, to.width, to.height} & destination;
+    const PixelRect area =
+        clip & PixelRect{0, 0, to.width, to.height} & PixelScale(to.ratio).ToPixels(destination);
     if (area.IsEmpty())
         return;
     switch (from.space) {

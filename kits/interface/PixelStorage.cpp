@@ -1,7 +1,9 @@
 #include "kits/interface/PixelStorage.h"
 
+#include <cstdint>
 #include <new>
 #include <sys/mman.h>
+#include <unistd.h>
 
 namespace BPrivate {
 
@@ -9,6 +11,28 @@ namespace {
 
 // Fewer, larger pages make the first touch of a big picture several times cheaper.
 constexpr std::size_t kHugePage = std::size_t{2} << 20;
+
+void* Map(std::size_t size) {
+    void* memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return memory != MAP_FAILED ? memory : nullptr;
+}
+
+/// Memory that starts at a large page: before the first and after the last whole one it is made of
+/// small ones.
+void* MapLargePages(std::size_t size) {
+    const std::size_t page = kHugePage;
+    const auto smallPage = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t rounded = (size + smallPage - 1) / smallPage * smallPage;
+    auto* memory = static_cast<uint8*>(Map(rounded + page));
+    if (memory == nullptr)
+        return nullptr;
+    const std::size_t before = (page - reinterpret_cast<std::uintptr_t>(memory) % page) % page;
+    if (before > 0)
+        munmap(memory, before);
+    munmap(memory + before + rounded, page - before);
+    madvise(memory + before, size, MADV_HUGEPAGE);
+    return memory + before;
+}
 
 }  // namespace
 
@@ -33,11 +57,9 @@ PixelStorage::~PixelStorage() {
 }
 
 PixelStorage PixelStorage::Allocate(std::size_t size) {
-    void* memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED)
+    void* memory = size >= 2 * kHugePage ? MapLargePages(size) : Map(size);
+    if (memory == nullptr)
         return {};
-    if (size >= 2 * kHugePage)
-        madvise(memory, size, MADV_HUGEPAGE);
     return Adopt(static_cast<uint8*>(memory), [memory, size] { munmap(memory, size); });
 }
 

@@ -25,7 +25,8 @@ PixelRect ViewCanvas::VisibleRect(const BView& view) {
 }
 
 ViewCanvas::ViewCanvas(const BView& view)
-    : fRoot(view.fRoot), fOffset(view._RootOffset()), fClip(VisibleRect(view)) {
+    : fRoot(view.fRoot), fScale(fRoot != nullptr ? fRoot->Scale() : PixelScale()),
+      fOffset(view._RootOffset()), fClip(VisibleRect(view)) {
     if (fClip.IsEmpty())
         return;
     if ((view.fFlags & B_DRAW_ON_CHILDREN) == 0)

@@ -15,7 +15,7 @@ class ViewCanvas {
 public:
     explicit ViewCanvas(const BView& view);
 
-    /// The visible part, while views are asked to draw only what of it is to be drawn.
+    /// The visible part in units, while views are asked to draw only what of it is to be drawn.
     const ClipRegion& Clip() const { return fClip; }
     /// Whether all of the canvas is visible.
     bool IsWhole() const;
@@ -23,28 +23,32 @@ public:
     BPoint ToCanvas(BPoint point) const { return point + fOffset; }
     BRect ToCanvas(BRect rect) const { return rect.OffsetByCopy(fOffset); }
     BRect FromCanvas(BRect rect) const { return rect.OffsetByCopy(-fOffset); }
+    const PixelScale& Scale() const { return fScale; }
+    /// The pixels of whole units on the canvas.
+    PixelRect ToPixels(PixelRect units) const { return fScale.ToPixels(units); }
 
-    /// Calls `draw(pixels, clip)` for every piece of the visible part that lies in the area, and
-    /// tells the root.
+    /// Calls `draw(buffer, clip)` for every piece of the visible part that lies in the area, both
+    /// in pixels, and tells the root.
     template <typename Draw>
     void Each(PixelRect area, Draw draw) const {
-        if (fRoot == nullptr || !fClip.Intersects(area))
-            return;
-        const PixelBuffer pixels = fRoot->Canvas();
-        if (pixels.bits == nullptr)
-            return;
+        PixelBuffer buffer;
         PixelRect drawn;
         for (const PixelRect& piece : fClip.Rects()) {
-            const PixelRect common = piece & area;
+            const PixelRect common = ToPixels(piece) & area;
             if (common.IsEmpty())
                 continue;
-            draw(pixels, common);
+            if (drawn.IsEmpty())
+                buffer = fRoot->Canvas();
+            if (buffer.bits == nullptr)
+                return;
+            draw(buffer, common);
             drawn = drawn | common;
         }
-        fRoot->Drawn(drawn);
+        if (!drawn.IsEmpty())
+            fRoot->Drawn(drawn);
     }
 
-    /// The pixels of the view that the views it lies in leave visible, whatever lies above it.
+    /// The units of the view that the views it lies in leave visible, whatever lies above it.
     /// Empty while it is hidden.
     static PixelRect VisibleRect(const BView& view);
 
@@ -53,6 +57,7 @@ private:
     void ExcludeView(const BView& view, PixelRect limit);
 
     ViewRoot* fRoot;
+    PixelScale fScale;
     BPoint fOffset;
     ClipRegion fClip;
 };

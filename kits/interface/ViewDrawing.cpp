@@ -59,7 +59,7 @@ float BView::StringWidth(const char* text, int32 length) const {
 
 void BView::FillRect(BRect rect, pattern fill) {
     const ViewCanvas canvas(*this);
-    const PixelRect pixels = FilledPixels(canvas.ToCanvas(rect));
+    const PixelRect pixels = canvas.ToPixels(FilledPixels(canvas.ToCanvas(rect)));
     const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
     canvas.Each(pixels,
         [&](const PixelBuffer& to, PixelRect clip) { Painter::FillRect(to, clip, pixels, paint); });
@@ -67,15 +67,21 @@ void BView::FillRect(BRect rect, pattern fill) {
 
 void BView::StrokeRect(BRect rect, pattern fill) {
     const ViewCanvas canvas(*this);
-    const PixelRect all = FilledPixels(canvas.ToCanvas(rect));
+    const PixelRect units = FilledPixels(canvas.ToCanvas(rect));
+    const PixelRect all = canvas.ToPixels(units);
     if (all.IsEmpty())
         return;
     const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
+    // A unit wide, but no less than a pixel.
+    PixelRect in = canvas.ToPixels(
+        PixelRect{units.left + 1, units.top + 1, units.right - 1, units.bottom - 1});
+    in = {std::max(in.left, all.left + 1), std::max(in.top, all.top + 1),
+        std::min(in.right, all.right - 1), std::min(in.bottom, all.bottom - 1)};
     // No pixel belongs to two edges: one that is blended must be blended once.
-    const PixelRect edges[] = {{all.left, all.top, all.right, all.top + 1},
-        {all.left, std::max(all.bottom - 1, all.top + 1), all.right, all.bottom},
-        {all.left, all.top + 1, all.left + 1, all.bottom - 1},
-        {std::max(all.right - 1, all.left + 1), all.top + 1, all.right, all.bottom - 1}};
+    const PixelRect edges[] = {{all.left, all.top, all.right, in.top},
+        {all.left, std::max(in.bottom, in.top), all.right, all.bottom},
+        {all.left, in.top, in.left, in.bottom},
+        {std::max(in.right, in.left), in.top, all.right, in.bottom}};
     for (const PixelRect& edge : edges) {
         canvas.Each(edge, [&](const PixelBuffer& to, PixelRect clip) {
             Painter::FillRect(to, clip, edge, paint);
@@ -88,8 +94,11 @@ void BView::StrokeLine(BPoint from, BPoint to, pattern fill) {
     const BPoint start = canvas.ToCanvas(from);
     const BPoint end = canvas.ToCanvas(to);
     const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
-    const PixelRect around = FilledPixels({std::min(start.x, end.x), std::min(start.y, end.y),
-        std::max(start.x, end.x), std::max(start.y, end.y)});
+    PixelRect around = canvas.ToPixels(FilledPixels({std::min(start.x, end.x),
+        std::min(start.y, end.y), std::max(start.x, end.x), std::max(start.y, end.y)}));
+    // A line is never thinner than a pixel.
+    around.right = std::max(around.right, around.left + 1);
+    around.bottom = std::max(around.bottom, around.top + 1);
     canvas.Each(around, [&](const PixelBuffer& pixels, PixelRect clip) {
         Painter::DrawLine(pixels, clip, start, end, paint);
     });
@@ -102,7 +111,7 @@ void BView::StrokeLine(BPoint to, pattern fill) {
 
 void BView::InvertRect(BRect rect) {
     const ViewCanvas canvas(*this);
-    const PixelRect pixels = FilledPixels(canvas.ToCanvas(rect));
+    const PixelRect pixels = canvas.ToPixels(FilledPixels(canvas.ToCanvas(rect)));
     canvas.Each(pixels,
         [&](const PixelBuffer& to, PixelRect clip) { Painter::InvertRect(to, clip, pixels); });
 }
@@ -138,7 +147,7 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination) {
         fRoot->Drawn(to);
         return;
     }
-    canvas.Each(to, [&](const PixelBuffer& pixels, PixelRect clip) {
+    canvas.Each(canvas.ToPixels(to), [&](const PixelBuffer& pixels, PixelRect clip) {
         Painter::DrawPixels(pixels, clip, {data.Pixels(), data.space}, from, to, fDrawingMode);
     });
 }
@@ -168,13 +177,14 @@ void BView::DrawString(const char* text, int32 length, BPoint where) {
     const BPoint origin = canvas.ToCanvas(where);
     // Glyphs may reach out of their cells, by less than the font's size on each side.
     const float size = fFont.Size();
-    const PixelRect around = FilledPixels(
-        {origin.x - size, origin.y - 2 * size, origin.x + width + size, origin.y + size});
+    const PixelRect around = canvas.ToPixels(FilledPixels(
+        {origin.x - size, origin.y - 2 * size, origin.x + width + size, origin.y + size}));
+    const BPoint start = canvas.Scale().ToPixels(origin);
     rgb_color color = fHighColor;
     if (fDrawingMode != B_OP_ALPHA)
         color.alpha = 255;
     canvas.Each(around, [&](const PixelBuffer& to, PixelRect clip) {
-        display.DrawText(to, clip.ToRect(), origin, color, font, string);
+        display.DrawText(to, clip.ToRect(), start, color, font, string);
     });
     fPen = where + BPoint(width, 0);
 }

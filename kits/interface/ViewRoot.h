@@ -2,14 +2,15 @@
 
 #include "kits/interface/ClipRegion.h"
 #include "kits/interface/Display.h"
+#include "kits/interface/PixelScale.h"
 
 class BBitmap;
 class BView;
 
 namespace BPrivate {
 
-/// What a tree of views hangs from: a window, or a bitmap that accepts views. Coordinates are
-/// pixels of its canvas.
+/// What a tree of views hangs from: a window, or a bitmap that accepts views. Rectangles are whole
+/// units, of which the canvas has more or fewer pixels as its scale says.
 ///
 /// Threads. Under the lock of the window or bitmap.
 class ViewRoot {
@@ -23,10 +24,11 @@ public:
 
     /// The size of the canvas; empty while nothing can be drawn.
     virtual PixelRect CanvasFrame() const = 0;
+    virtual PixelScale Scale() const { return {}; }
     /// The canvas, to be written to; without bits when there is no memory for it.
     virtual PixelBuffer Canvas() = 0;
-    /// The area of the canvas has new pixels.
-    virtual void Drawn(PixelRect area) = 0;
+    /// The canvas has new pixels; the area is in pixels.
+    virtual void Drawn(PixelRect pixels) = 0;
     /// The area has to be drawn by its views.
     virtual void Invalidate(PixelRect area) = 0;
     /// Shows what was drawn.

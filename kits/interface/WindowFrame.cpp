@@ -49,7 +49,7 @@ void BWindow::_SetFrame(BRect wanted) {
     fData->frame = frame;
     if (resized)
         fData->surface.Resize(bounds);
-    fData->Screen()->SetFrame(frame, ++fData->frameSerial);
+    fData->FrameChanged();
     // The hooks are told in the order of messages, as they are of the user's doings.
     if (moved)
         (void)PostMessage(B_WINDOW_MOVED);

@@ -87,7 +87,10 @@ BHandler* WindowInput::Target(const BMessage& message) {
     case B_MOUSE_WHEEL_CHANGED:
         if (FindWhere(message, where))
             view = ViewAt(where);
-        if (view == nullptr)
+        // A control has no use for it; what it stands in may have.
+        while (view != nullptr && ControlPeer::Of(view) != nullptr)
+            view = view->Parent();
+        if (view == nullptr || view == &fWindow.fData->Top())
             view = fWindow.CurrentFocus();
         break;
     case B_SIMPLE_DATA:

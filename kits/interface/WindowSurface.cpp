@@ -36,9 +36,24 @@ void WindowSurface::Resize(BRect bounds) {
     Invalidate(fFrame);
 }
 
+void WindowSurface::FollowScreen() {
+    DisplayWindow* screen = fWindow.fData->Screen();
+    const PixelScale scale(screen != nullptr ? screen->PixelRatio() : 1);
+    if (scale == fScale)
+        return;
+    fScale = scale;
+    fScaleIsNew = true;
+    fIsStale = true;
+    fDrawn = {};
+    Invalidate(fFrame);
+    Update();
+}
+
 void WindowSurface::SetShown(bool shown) {
     if (shown == fShown)
         return;
+    if (shown)
+        FollowScreen();
     fShown = shown;
     fDrawn = {};
     fDirty = shown ? ClipRegion(fFrame) : ClipRegion();
@@ -57,15 +72,17 @@ PixelRect WindowSurface::CanvasFrame() const {
 }
 
 PixelBuffer WindowSurface::Canvas() {
-    const std::size_t size = std::size_t{4} * static_cast<std::size_t>(fFrame.Width()) *
-        static_cast<std::size_t>(fFrame.Height());
+    const PixelRect pixels = fScale.ToPixels(fFrame);
+    const std::size_t size = std::size_t{4} * static_cast<std::size_t>(pixels.Width()) *
+        static_cast<std::size_t>(pixels.Height());
     // Kept when the window shrinks, so that dragging its edge does not allocate at every step.
     if (size > fCapacity) {
         fBuffer = {};
         fBuffer = PixelStorage::Allocate(size);
         fCapacity = fBuffer ? size : 0;
     }
-    const PixelBuffer canvas{fBuffer.Bits(), 4 * fFrame.Width(), fFrame.Width(), fFrame.Height()};
+    const PixelBuffer canvas{fBuffer.Bits(), 4 * pixels.Width(), pixels.Width(), pixels.Height(),
+        static_cast<float>(fScale.Ratio())};
     // Rows are of another length now: what no view paints would be a jumble.
     if (std::exchange(fIsStale, false) && canvas.bits != nullptr)
         std::memset(canvas.bits, 255, size);
@@ -92,6 +109,7 @@ void WindowSurface::Update() {
     fUpdateClip = std::move(fDirty);
     fDirty.Clear();
     fUpdating = true;
+    fScaleIsNew = false;
     Draw(*fTop);
     fUpdating = false;
     Flush();
@@ -105,8 +123,8 @@ void WindowSurface::Draw(BView& view) {
         const PixelRect area = canvas.Clip().Frame();
         if (view.fViewColor != B_TRANSPARENT_COLOR) {
             const Paint erase{view.fViewColor, view.fViewColor, B_OP_COPY, B_SOLID_HIGH};
-            canvas.Each(area, [&](const PixelBuffer& to, PixelRect clip) {
-                Painter::FillRect(to, clip, area, erase);
+            canvas.Each(canvas.ToPixels(area), [&](const PixelBuffer& to, PixelRect clip) {
+                Painter::FillRect(to, clip, clip, erase);
             });
         }
         if ((view.fFlags & B_WILL_DRAW) != 0)
@@ -119,9 +137,9 @@ void WindowSurface::Draw(BView& view) {
 }
 
 void WindowSurface::Flush() {
-    if (fUpdating || fDisabled > 0 || fDrawn.IsEmpty())
+    if (fUpdating || fDisabled > 0 || fScaleIsNew || fDrawn.IsEmpty())
         return;
-    const PixelRect area = fDrawn & CanvasFrame();
+    const PixelRect area = fDrawn & fScale.ToPixels(CanvasFrame());
     fDrawn = {};
     DisplayWindow* screen = fWindow.fData->Screen();
     if (!area.IsEmpty() && fBuffer && screen != nullptr)

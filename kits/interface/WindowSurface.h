@@ -10,7 +10,8 @@ class BWindow;
 
 namespace BPrivate {
 
-/// A window's back buffer, and what of it is to be drawn and to be shown.
+/// A window's back buffer, and what of it is to be drawn and to be shown. The buffer has the
+/// resolution of the screen the window is on.
 ///
 /// Threads. Under the window's lock.
 class WindowSurface final : public ViewRoot {
@@ -21,6 +22,9 @@ public:
 
     /// Makes the buffer fit the window, with everything to be drawn.
     void Resize(BRect bounds);
+    /// Takes over the ratio of the window's screen. At another one everything is drawn anew, and
+    /// nothing shown until it is.
+    void FollowScreen();
     /// Only a surface that is shown draws. Showing lets everything be drawn.
     void SetShown(bool shown);
     /// While there are more disables than enables nothing is drawn by views, or shown.
@@ -37,8 +41,9 @@ public:
     BView& Top() override { return *fTop; }
     BWindow* Window() override { return &fWindow; }
     PixelRect CanvasFrame() const override;
+    PixelScale Scale() const override { return fScale; }
     PixelBuffer Canvas() override;
-    void Drawn(PixelRect area) override { fDrawn = fDrawn | area; }
+    void Drawn(PixelRect pixels) override { fDrawn = fDrawn | pixels; }
     void Invalidate(PixelRect area) override;
     void Flush() override;
     const ClipRegion* UpdateClip() const override { return fUpdating ? &fUpdateClip : nullptr; }
@@ -49,17 +54,19 @@ private:
 
     BWindow& fWindow;
     std::unique_ptr<BView> fTop;
-    PixelRect fFrame;
+    PixelRect fFrame;  // units
+    PixelScale fScale;
     PixelStorage fBuffer;
     std::size_t fCapacity = 0;
     bool fIsStale = true;
+    bool fScaleIsNew = false;  // and no update has drawn at it yet
     bool fShown = false;
     bool fUpdating = false;
     bool fUpdateComes = false;
     int32 fDisabled = 0;
-    ClipRegion fDirty;
-    ClipRegion fUpdateClip;
-    PixelRect fDrawn;
+    ClipRegion fDirty;       // units
+    ClipRegion fUpdateClip;  // units
+    PixelRect fDrawn;        // pixels
 };
 
 }  // namespace BPrivate

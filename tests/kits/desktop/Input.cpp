@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -43,21 +44,25 @@ void ReleaseKey(QWidget& window, const KeyAction& action) {
     SendKey(window, QEvent::KeyRelease, action);
 }
 
-void TurnWheel(QWidget& window, QPoint angle) {
-    const QPointF where(30, 40);
-    QWheelEvent event(where, window.mapToGlobal(where), QPoint(), angle, Qt::NoButton,
-        Qt::NoModifier, Qt::NoScrollPhase, false);
+void TurnWheel(QWidget& window, QPoint angle, const WheelAction& action) {
+    QWheelEvent event(action.where, window.mapToGlobal(action.where), action.pixels, angle,
+        Qt::NoButton, Qt::NoModifier, action.phase, false);
+    // Qt offers only a user's turns to the widgets around the one under the pointer.
+    QSpontaneKeyEvent::setSpontaneous(&event);
     QCoreApplication::sendEvent(window.windowHandle(), &event);
 }
 
 bool Drop(QWidget& window, const std::string& uriList, Qt::DropActions offered) {
     const UriListData data(uriList);
+    // As Qt does for a drag over the window.
+    QWidget* under = window.childAt(30, 40);
+    QWidget& target = under != nullptr ? *under : window;
     QDragEnterEvent enter(QPoint(30, 40), offered, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&window, &enter);
+    QCoreApplication::sendEvent(&target, &enter);
     if (!enter.isAccepted())
         return false;
     QDropEvent drop(QPointF(30, 40), offered, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&window, &drop);
+    QCoreApplication::sendEvent(&target, &drop);
     return drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
 }
 

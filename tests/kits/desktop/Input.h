@@ -19,8 +19,15 @@ struct KeyAction {
 void PressKey(QWidget& window, const KeyAction& action);
 void ReleaseKey(QWidget& window, const KeyAction& action);
 
+/// How the wheel is turned where it is not plainly so.
+struct WheelAction {
+    QPointF where = {30, 40};
+    QPoint pixels = {};
+    Qt::ScrollPhase phase = Qt::NoScrollPhase;
+};
+
 /// Turns the wheel by the angle, as Qt has it.
-void TurnWheel(QWidget& window, QPoint angle);
+void TurnWheel(QWidget& window, QPoint angle, const WheelAction& action = {});
 
 /// Drops a list of URLs.
 /// \return whether the window took it

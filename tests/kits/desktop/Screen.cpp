@@ -37,6 +37,14 @@ std::vector<BMessage> Recorder::All(uint32 what) const {
     return found;
 }
 
+int Recorder::IndexOf(uint32 what) const {
+    const std::lock_guard lock(fLock);
+    int index = static_cast<int>(fMessages.size()) - 1;
+    while (index >= 0 && fMessages[static_cast<size_t>(index)].what != what)
+        index--;
+    return index;
+}
+
 Screen::Screen(WindowSpec spec) : fRecorder(new Recorder) {
     fRecorder->Run();
     fWindow = TheDisplay().CreateWindow(spec, BMessenger(fRecorder));

@@ -33,6 +33,8 @@ public:
 
     /// The messages of that kind so far.
     std::vector<BMessage> All(uint32 what) const;
+    /// The place of the last message of that kind among all; -1 when there is none.
+    int IndexOf(uint32 what) const;
 
 private:
     mutable std::mutex fLock;
@@ -47,6 +49,8 @@ public:
 
     BPrivate::DisplayWindow& Window() { return *fWindow; }
     QWidget& Widget() { return *fWidget; }
+    /// What is in the window, in the kits' coordinates.
+    QWidget& Content() { return *fWidget->focusProxy(); }
     Recorder& Messages() { return *fRecorder; }
 
     /// Waits for so many messages of the kind, and returns the last of them.

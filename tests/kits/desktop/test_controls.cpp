@@ -236,6 +236,19 @@ TEST_F(Controls, ALongTextIsCutWithAnEllipsis) {
     EXPECT_NE(ink("wwwA"), ink("wwwB"));
 }
 
+TEST_F(Controls, ATextThatIsCutIsToldByTheToolTip) {
+    Set(1, StringViewState{"3/120"});
+    Place(1, PlaceOf("s", BRect(0, 0, 59, 19)));
+    auto* label = fScreen.Find<QLabel>("s");
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->toolTip().toStdString(), "");
+    Set(1, StringViewState{"wwwwwwwwwwww<wwwwwwww"});
+    Pump();
+    EXPECT_EQ(label->toolTip().toStdString(), "<span>wwwwwwwwwwww&lt;wwwwwwww</span>");
+    Place(1, PlaceOf("s", BRect(0, 0, 999, 19)));
+    EXPECT_EQ(label->toolTip().toStdString(), "");
+}
+
 TEST_F(Controls, AThinBoxIsALine) {
     Set(1, BoxState{B_FANCY_BORDER, ""});
     Place(1, PlaceOf("line", BRect(20, 10, 21, 28)));

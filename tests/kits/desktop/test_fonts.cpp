@@ -125,6 +125,73 @@ TEST(Fonts, TextOnAPictureIsBlended) {
     EXPECT_NEAR(static_cast<int>(brightest), 128, 2);
 }
 
+/// Text of 12 units on a buffer of that ratio.
+Picture DrawnAt(float ratio, BRect clip = BRect(0, 0, kWidth - 1, kHeight - 1)) {
+    Picture picture;
+    PixelBuffer buffer = picture.Get();
+    buffer.ratio = ratio;
+    TheDisplay().DrawText(
+        buffer, clip, BPoint(4 * ratio, 12 * ratio), kRed, {"", 12}, "Hamburg (WAVE)");
+    return picture;
+}
+
+TEST(Fonts, TextOnAFinerBufferIsAsWideAsMeasured) {
+    const float width = TheDisplay().StringWidth({"", 12}, "Hamburg (WAVE)");
+    const BRect plain = DrawnAt(1).Inked();
+    for (const float ratio : {1.25F, 1.5F, 1.75F}) {
+        const BRect ink = DrawnAt(ratio).Inked();
+        EXPECT_NEAR(ink.left, plain.left * ratio, 1.5) << ratio;
+        EXPECT_NEAR(ink.right, plain.right * ratio, 2.5) << ratio;
+        EXPECT_LE(ink.right, (4 + width) * ratio + 1) << ratio;
+        EXPECT_NEAR(ink.bottom, plain.bottom * ratio, 2) << ratio;
+        EXPECT_NEAR(ink.top, plain.top * ratio, 2) << ratio;
+    }
+}
+
+TEST(Fonts, TextOnAFinerBufferIsNotAPictureEnlarged) {
+    const auto mixed = [](const Picture& picture) {
+        int32 all = 0;
+        int32 partial = 0;
+        for (int32 y = 0; y < kHeight; ++y) {
+            for (int32 x = 0; x < kWidth; ++x) {
+                const uint32 alpha = picture.At(x, y) >> 24;
+                all += alpha != 0;
+                partial += alpha != 0 && alpha != 255;
+            }
+        }
+        return static_cast<double>(partial) / all;
+    };
+    Picture fine;
+    PixelBuffer buffer = fine.Get();
+    buffer.ratio = 3;
+    TheDisplay().DrawText(
+        buffer, BRect(0, 0, kWidth - 1, kHeight - 1), BPoint(6, 33), kRed, {"", 12}, "Hxgo");
+    Picture plain;
+    TheDisplay().DrawText(
+        plain.Get(), BRect(0, 0, kWidth - 1, kHeight - 1), BPoint(2, 11), kRed, {"", 12}, "Hxgo");
+    // An enlarged picture has as large a part of pixels at the edges of strokes as the small one.
+    EXPECT_LT(mixed(fine), 0.75 * mixed(plain));
+    // And it would be made of squares.
+    int32 unlike = 0;
+    for (int32 y = 0; y + 2 < kHeight; y += 3) {
+        for (int32 x = 0; x + 2 < kWidth; x += 3)
+            unlike += fine.At(x, y) != fine.At(x + 2, y + 2);
+    }
+    EXPECT_GT(unlike, 20);
+}
+
+TEST(Fonts, TextOnAFinerBufferIsTheSameInPieces) {
+    for (const float ratio : {1.25F, 1.5F, 2.0F}) {
+        const Picture whole = DrawnAt(ratio);
+        const Picture left = DrawnAt(ratio, BRect(0, 0, 52, kHeight - 1));
+        const Picture right = DrawnAt(ratio, BRect(53, 0, kWidth - 1, kHeight - 1));
+        for (int32 y = 0; y < kHeight; ++y) {
+            for (int32 x = 0; x < kWidth; ++x)
+                ASSERT_EQ(whole.At(x, y), (x <= 52 ? left : right).At(x, y)) << ratio;
+        }
+    }
+}
+
 TEST(Fonts, BoldIsHeavier) {
     const std::string text(20, 'i');
     EXPECT_GT(TheDisplay().StringWidth({"", 20, true}, text),

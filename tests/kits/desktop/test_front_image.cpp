@@ -12,24 +12,37 @@ namespace {
 /// A back buffer whose rows are longer than its pixels.
 class Buffer {
 public:
-    Buffer(int32 width, int32 height, uint32 pixel)
-        : fPixels(static_cast<size_t>(width + 3) * height, pixel), fWidth(width), fHeight(height) {}
+    Buffer(int32 width, int32 height, uint32 pixel, float ratio = 1)
+        : fPixels(static_cast<size_t>(width + 3) * height, pixel), fWidth(width), fHeight(height),
+          fRatio(ratio) {}
 
     PixelBuffer Get() {
-        return {reinterpret_cast<uint8*>(fPixels.data()), (fWidth + 3) * 4, fWidth, fHeight};
+        return {
+            reinterpret_cast<uint8*>(fPixels.data()), (fWidth + 3) * 4, fWidth, fHeight, fRatio};
+    }
+    /// Makes every pixel another.
+    void Number() {
+        for (size_t i = 0; i < fPixels.size(); ++i)
+            fPixels[i] = 0xff000000U | static_cast<uint32>(i * 2654435761U);
+    }
+    uint32 At(int x, int y) const {
+        return fPixels[static_cast<size_t>(y * (fWidth + 3) + x)] | 0xff000000U;
     }
 
 private:
     std::vector<uint32> fPixels;
     int32 fWidth;
     int32 fHeight;
+    float fRatio;
 };
 
-QImage Painted(FrontImage& image, int width, int height) {
-    QImage shown(width, height, QImage::Format_ARGB32);
+/// A window of that size in units on a screen of that ratio.
+QImage Painted(FrontImage& image, int width, int height, qreal ratio = 1) {
+    QImage shown(QSize(width, height) * ratio, QImage::Format_ARGB32);
+    shown.setDevicePixelRatio(ratio);
     shown.fill(Qt::magenta);
     QPainter painter(&shown);
-    image.Paint(painter, shown.rect(), shown.size());
+    image.Paint(painter, QRect(0, 0, width, height), QSize(width, height));
     return shown;
 }
 
@@ -93,6 +106,81 @@ TEST(FrontImage, GoesOnInTheEdgesColourBeyondIt) {
     const QImage shown = Painted(image, 9, 7);
     for (const QPoint outside : {QPoint(4, 0), QPoint(8, 3), QPoint(0, 4), QPoint(8, 6)})
         EXPECT_EQ(shown.pixel(outside), 0xffff0000);
+}
+
+TEST(FrontImage, PaintsPixelOnPixelAtAnyRatio) {
+    for (const qreal ratio : {1.0, 1.1, 1.25, 4 / 3.0, 1.5, 1.75, 2.0, 3.0}) {
+        FrontImage image(Qt::gray);
+        const QSize size = QSize(41, 31) * ratio;
+        Buffer buffer(size.width(), size.height(), 0, static_cast<float>(ratio));
+        buffer.Number();
+        EXPECT_TRUE(image.Present(buffer.Get(), QRect(QPoint(), size)));
+        const QImage shown = Painted(image, 41, 31, ratio);
+        ASSERT_EQ(shown.size(), size);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                ASSERT_EQ(shown.pixel(x, y), buffer.At(x, y)) << ratio << " " << x << " " << y;
+        }
+    }
+}
+
+TEST(FrontImage, TellsInUnitsAroundThePixels) {
+    const struct {
+        float ratio;
+        QRect pixels;
+        QRect units;
+    } table[] = {
+        {2, {3, 4, 1, 2}, {1, 2, 1, 1}},
+        {1.5F, {3, 6, 3, 3}, {2, 4, 2, 2}},
+        {1.5F, {4, 7, 1, 1}, {2, 4, 2, 2}},
+        {1.25F, {5, 10, 5, 1}, {4, 8, 4, 1}},
+    };
+    for (const auto& row : table) {
+        FrontImage image(Qt::gray);
+        Buffer buffer(40, 40, 0, row.ratio);
+        EXPECT_TRUE(image.Present(buffer.Get(), QRect(0, 0, 40, 40)));
+        (void)image.TakeChanged();
+        EXPECT_TRUE(image.Present(buffer.Get(), row.pixels));
+        EXPECT_EQ(image.TakeChanged(), row.units) << row.ratio;
+    }
+}
+
+TEST(FrontImage, IsReplacedAsAWholeAtAnotherRatio) {
+    FrontImage image(Qt::gray);
+    EXPECT_TRUE(image.Present(Buffer(40, 20, 0xffff0000, 2).Get(), QRect(0, 0, 40, 20)));
+    (void)image.TakeChanged();
+    // Of the same number of pixels even.
+    EXPECT_TRUE(image.Present(Buffer(40, 20, 0xff00ff00, 1).Get(), QRect(5, 5, 1, 1)));
+    EXPECT_EQ(image.TakeChanged(), QRect(0, 0, 40, 20));
+    const QImage shown = Painted(image, 40, 20);
+    EXPECT_EQ(shown.pixel(0, 0), 0xff00ff00);
+    EXPECT_EQ(shown.pixel(39, 19), 0xff00ff00);
+}
+
+TEST(FrontImage, IsScaledUntilItIsDrawnForTheScreen) {
+    FrontImage image(Qt::gray);
+    EXPECT_TRUE(image.Present(Buffer(40, 20, 0xffff0000, 2).Get(), QRect(0, 0, 40, 20)));
+    // The window is on a screen of ratio 1 by now.
+    QImage shown = Painted(image, 30, 10);
+    EXPECT_EQ(shown.pixel(19, 9), 0xffff0000);
+    EXPECT_EQ(shown.pixel(29, 9), 0xffff0000);
+    EXPECT_FALSE(image.Present(Buffer(20, 10, 0xff0000ff).Get(), QRect(0, 0, 20, 10)));
+    shown = Painted(image, 20, 10, 3);
+    EXPECT_EQ(shown.pixel(0, 0), 0xff0000ff);
+    EXPECT_EQ(shown.pixel(59, 29), 0xff0000ff);
+}
+
+TEST(FrontImage, BeyondItAtAnyRatio) {
+    for (const float ratio : {1.25F, 1.5F, 2.0F}) {
+        FrontImage image(Qt::gray);
+        EXPECT_FALSE(image.Present(Buffer(10, 7, 0, ratio).Get(), QRect()));
+        EXPECT_TRUE(image.Present(Buffer(10, 7, 0xffff0000, ratio).Get(), QRect(0, 0, 10, 7)));
+        const QImage shown = Painted(image, 15, 13, ratio);
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x)
+                ASSERT_EQ(shown.pixel(x, y), 0xffff0000) << ratio << " " << x << " " << y;
+        }
+    }
 }
 
 TEST(PixelsOf, CoversBothEdges) {

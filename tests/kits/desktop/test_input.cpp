@@ -140,6 +140,54 @@ TEST_F(Input, TheWheelTurnsInWholeNotches) {
     EXPECT_EQ(fScreen.Messages().All(B_MOUSE_WHEEL_CHANGED).size(), 3U);
 }
 
+TEST_F(Input, TheWheelIsTheWindowsOverItsControlsToo) {
+    DisplayWindow& window = fScreen.Window();
+    window.SetControl(1, ScrollBarState{B_VERTICAL, 0, 100, 50}, 1);
+    window.SetControl(2, StringViewState{"text"}, 1);
+    window.SetControl(3, BoxState{}, 1);
+    window.SetControl(4, MenuBarState{{{.id = 1, .label = "Menu", .hasSubmenu = true}}}, 1);
+    const BRect places[] = {{0, 0, 13, 99}, {20, 0, 79, 19}, {20, 30, 79, 69}, {0, 100, 199, 119}};
+    for (int32 id = 1; id <= 4; ++id)
+        window.PlaceControl(id, {"control", places[id - 1], BRect()});
+    Pump();
+    for (int32 id = 1; id <= 4; ++id) {
+        const BPoint at = places[id - 1].LeftTop() + BPoint(5, 5);
+        TurnWheel(Window(), QPoint(0, 120), {QPointF(at.x, at.y)});
+        const BMessage turned = fScreen.Expect(B_MOUSE_WHEEL_CHANGED, static_cast<size_t>(id));
+        EXPECT_EQ(turned.GetFloat("be:wheel_delta_y", 0.0F), -1) << id;
+        EXPECT_EQ(turned.GetPoint("be:window_where", BPoint()), at);
+    }
+    Pump();
+    EXPECT_TRUE(fScreen.Messages().All(kControlChanged).empty());
+}
+
+TEST_F(Input, ATouchpadTurnsAsFarAsTheFingerWent) {
+    TurnWheel(Window(), QPoint(), {.pixels = QPoint(0, 0), .phase = Qt::ScrollBegin});
+    // Two notches and a half, in steps none of which is a whole part of a notch's angle.
+    for (int i = 0; i < 112; ++i)
+        TurnWheel(Window(), QPoint(), {.pixels = QPoint(0, -1), .phase = Qt::ScrollUpdate});
+    TurnWheel(Window(), QPoint(), {.pixels = QPoint(0, 0), .phase = Qt::ScrollEnd});
+    fScreen.Expect(B_MOUSE_WHEEL_CHANGED, 2);
+    for (int i = 0; i < 200; ++i)
+        TurnWheel(Window(), QPoint(), {.pixels = QPoint(0, -9), .phase = Qt::ScrollMomentum});
+    PressKey(Window(), {Qt::Key_A, "a"});
+    fScreen.Expect(B_KEY_DOWN);
+    EXPECT_EQ(fScreen.Messages().All(B_MOUSE_WHEEL_CHANGED).size(), 2U);
+}
+
+TEST_F(Input, ModifiersLetGoElsewhereAreToldWhenTheWindowHasTheKeysAgain) {
+    PressKey(Window(), {Qt::Key_Control, "", Qt::NoModifier, false, 29});
+    fScreen.Expect(B_MODIFIERS_CHANGED);
+    Screen other({BRect(0, 0, 99, 99), "Other"});
+    other.Show();
+    ReleaseKey(other.Widget(), {Qt::Key_Control, "", Qt::ControlModifier, false, 29});
+    fScreen.Window().Activate();
+    EXPECT_EQ(fScreen.Expect(B_MODIFIERS_CHANGED, 2).GetInt32("modifiers", -1), 0);
+    // What is released now was pressed in no window that has the keys.
+    PressKey(Window(), {Qt::Key_A, "a"});
+    EXPECT_EQ(fScreen.Expect(B_KEY_DOWN).GetInt32("modifiers", -1), 0);
+}
+
 TEST_F(Input, DroppedFilesComeAsRefs) {
     EXPECT_TRUE(Drop(
         Window(), "file:///etc/pass%77d\r\nfile:///etc/%ff\r\n", Qt::CopyAction | Qt::MoveAction));

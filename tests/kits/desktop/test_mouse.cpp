@@ -71,4 +71,20 @@ TEST(WheelCounter, TakesPixelsWhereThereIsNoAngle) {
     EXPECT_EQ(notches, 6);
 }
 
+TEST(WheelCounter, LosesNoFractionOfAPixelsAngle) {
+    WheelCounter wheel;
+    int notches = 0;
+    for (int i = 0; i < 450; ++i)
+        notches += wheel.Turn(QPoint(), QPoint(1, 0)).x();
+    EXPECT_EQ(notches, -10);
+}
+
+TEST(WheelCounter, TheManySmallEventsOfATouchpadAreNoMoreThanTheirSum) {
+    WheelCounter wheel;
+    QPoint notches;
+    for (int i = 0; i < 1000; ++i)
+        notches += wheel.Turn(QPoint(-7, -11), QPoint(-3, -5));
+    EXPECT_EQ(notches, QPoint(7000 / 120, 11000 / 120));
+}
+
 }  // namespace

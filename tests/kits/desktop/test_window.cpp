@@ -192,8 +192,20 @@ TEST(Window, TellsWhatTheDesktopDidToIt) {
     EXPECT_TRUE(screen.Expect(B_MINIMIZE).GetBool("minimize"));
     screen.Widget().setWindowState(Qt::WindowNoState);
     EXPECT_FALSE(screen.Expect(B_MINIMIZE, 2).GetBool("minimize", true));
+}
+
+TEST(Window, IsZoomedWhenItHasTheSize) {
+    Screen screen;
+    screen.Show();
     screen.Widget().setWindowState(Qt::WindowMaximized);
     screen.Expect(B_ZOOM);
+    const BMessage resized = screen.Messages().All(B_WINDOW_RESIZED).back();
+    EXPECT_EQ(resized.GetInt32("width", -1), screen.Widget().width() - 1);
+    EXPECT_GT(resized.GetInt32("width", -1), 299);
+    EXPECT_LT(screen.Messages().IndexOf(B_WINDOW_RESIZED), screen.Messages().IndexOf(B_ZOOM));
+    screen.Widget().setWindowState(Qt::WindowNoState);
+    screen.Expect(B_ZOOM, 2);
+    EXPECT_EQ(screen.Widget().geometry(), QRect(50, 60, 300, 200));
 }
 
 TEST(Window, DoesNotTellWhatTheProgramDidItself) {

@@ -117,6 +117,51 @@ TEST(WindowFrame, ReportThatCrossedAChangeIsIgnored) {
     EXPECT_THAT(log.Entries(), ElementsAre("resized 200,150", "resized 190,150"));
 }
 
+namespace {
+
+/// A window that moves and resizes itself when it is told to.
+class JumpingWindow : public BWindow {
+public:
+    JumpingWindow() : BWindow(BRect(100, 100, 199, 179), "jumping", B_TITLED_WINDOW, 0) {}
+    void MessageReceived(BMessage* message) override {
+        if (message->what != 'jump') {
+            BWindow::MessageReceived(message);
+            return;
+        }
+        MoveTo(0, -20);
+        ResizeTo(799, 633);
+        EXPECT_EQ(Frame(), BRect(0, -20, 799, 613));
+        onTheWay.push_back(recording::TheRecordingDisplay().Windows().back()->Frame());
+        if (message->HasBool("flush")) {
+            Flush();
+            onTheWay.push_back(recording::TheRecordingDisplay().Windows().back()->Frame());
+        }
+    }
+    std::vector<BRect> onTheWay;
+};
+
+}  // namespace
+
+// On a screen the window would be seen at each step.
+TEST(WindowFrame, OfOneMessageIsOneChangeOnTheScreen) {
+    auto* jumping = new JumpingWindow;
+    TestWindow window(jumping);
+    window->Show();
+    (void)window->PostMessage('jump');
+    window.Settle();
+    EXPECT_THAT(jumping->onTheWay, ElementsAre(BRect(100, 100, 199, 179)));
+    EXPECT_EQ(window.Screen().Frame(), BRect(0, -20, 799, 613));
+    window.Do([&] { window->MoveTo(100, 100); });
+    EXPECT_EQ(window.Screen().Frame(), BRect(100, 100, 899, 733));
+
+    BMessage flushed('jump');
+    (void)flushed.AddBool("flush", true);
+    (void)window->PostMessage(&flushed);
+    window.Settle();
+    EXPECT_THAT(jumping->onTheWay, ElementsAre(BRect(100, 100, 199, 179),
+        BRect(100, 100, 899, 733), BRect(0, -20, 799, 613)));
+}
+
 TEST(WindowFrame, OfManyReportsTheLastCounts) {
     Log log;
     TestWindow window(new FrameWindow(log));
