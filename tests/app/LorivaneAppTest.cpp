@@ -9,6 +9,8 @@
 
 #include "app/MessageCodes.h"
 #include "app/Version.h"
+#include "iap/IAPItemAccKeyFormat.h"
+#include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "tests/framework/TestWindows.h"
 #include "tests/settings/SettingsHome.h"
@@ -123,6 +125,39 @@ TEST_F(LorivaneAppTest, RelaysFilesToTheMainWindowAndThatToTheView) {
         BMessage message(B_REFS_RECEIVED);
         EXPECT_EQ(BMessenger(be_app).SendMessage(&message), B_OK);
         EXPECT_EQ(fLog.WaitFor(2), (std::vector<std::string>{"_RRC window", "_RRC view"}));
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+}
+
+TEST_F(LorivaneAppTest, TakesASharedPreferenceOverBeforeItTellsTheMainWindow) {
+    constexpr char kItem[] = "AccKeyFormat2";
+    (void)gIAPs.AddItem(new TIAPItemAccKeyFormat);
+    // Of another application's, so that nothing is saved here.
+    BMessage change(kMsgSharedItemChanged);
+    change.AddInt32("tag", 1);
+    change.AddString(kFieldSharedApp, "application/x-vnd.ZELKAN-Other");
+    change.AddString(kFieldSharedItem, kItem);
+    RunApp([&](recording::Window&) {
+        size_t relayed = 0;
+        for (const char* format : {"\1a) ", "", "\2(a)"}) {
+            change.RemoveName(kItem);
+            change.AddString(kItem, format);
+            EXPECT_EQ(BMessenger(be_app).SendMessage(&change), B_OK);
+            fLog.WaitFor(++relayed);
+            std::string taken = "nothing";
+            EXPECT_EQ(gIAPs.GetString(kItem, &taken), B_OK);
+            EXPECT_EQ(taken, format);
+        }
+
+        // A change that the store does not take is passed on all the same.
+        change.RemoveName(kItem);
+        EXPECT_EQ(BMessenger(be_app).SendMessage(&change), B_OK);
+        change.ReplaceString(kFieldSharedItem, "Unknown");
+        EXPECT_EQ(BMessenger(be_app).SendMessage(&change), B_OK);
+        EXPECT_EQ(fLog.WaitFor(5), std::vector<std::string>(5, "_Sic window"));
+        std::string kept;
+        EXPECT_EQ(gIAPs.GetString(kItem, &kept), B_OK);
+        EXPECT_EQ(kept, "\2(a)");
         BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
     });
 }
