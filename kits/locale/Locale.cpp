@@ -1,6 +1,8 @@
 #include <memory>
 #include <mutex>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include <locale/Locale.h>
 
@@ -11,8 +13,18 @@ namespace {
 using Texts = std::unordered_map<std::string, const char*>;
 
 struct Current {
+    Current() { Set(BPrivate::catalogue_of("en")); }
+
+    /// Under the lock.
+    void Set(const BPrivate::Catalogue& catalogue) {
+        auto all = std::make_shared<Texts>();
+        for (const auto& [key, text] : catalogue)
+            all->emplace(key, kept.insert(text).first->c_str());
+        texts = std::move(all);
+    }
+
     std::mutex lock;
-    std::shared_ptr<const Texts> texts = std::make_shared<Texts>();
+    std::shared_ptr<const Texts> texts;
     // Everything that was ever handed out. Kept for good, since a caller on another thread may
     // be copying a text of the catalogue that is being replaced; changing to and fro between
     // languages finds its texts here again.
@@ -43,10 +55,7 @@ const char* BLocale::GetString(const char* key) const {
 }
 
 void BPrivate::set_catalogue(const Catalogue& catalogue) {
-    auto texts = std::make_shared<Texts>();
     Current& current = the_current();
     const std::lock_guard lock(current.lock);
-    for (const auto& [key, text] : catalogue)
-        texts->emplace(key, current.kept.insert(text).first->c_str());
-    current.texts = std::move(texts);
+    current.Set(catalogue);
 }

@@ -13,7 +13,7 @@ namespace {
 
 class Locale : public testing::Test {
 protected:
-    ~Locale() override { BPrivate::set_catalogue({}); }
+    ~Locale() override { BPrivate::set_catalogue(BPrivate::catalogue_of("en")); }
 };
 
 }  // namespace

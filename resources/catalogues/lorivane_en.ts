@@ -1,0 +1,41 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>Lorivane</name>
+    <message>
+        <source>@Err_Cannot_Show_Help@</source>
+        <translation>The help document cannot be opened.</translation>
+    </message>
+    <message>
+        <source>@Err_Cannot_Show_Prefs_Win@</source>
+        <translation>The preferences window cannot be opened.</translation>
+    </message>
+    <message>
+        <source>@Err_Cannot_Show_Image_Info_Win@</source>
+        <translation>The image information window cannot be opened.</translation>
+    </message>
+    <message>
+        <source>@Err_No_Image_Is_Displayed@</source>
+        <translation>No image is displayed.</translation>
+    </message>
+    <message>
+        <source>@Hint_Excutable_Maybe_Broken@</source>
+        <translation>The program file may be damaged. Please install the program again.</translation>
+    </message>
+    <message>
+        <source>@Ask_Del_One_MRUF %FileName%@</source>
+        <translation>Remove "%FileName%" from the list of recently used files?
+The file itself is not deleted.</translation>
+    </message>
+    <message>
+        <source>@Hint_Del_One_MRUF@</source>
+        <translation>To remove a single entry, hold down the Alt key while choosing it.</translation>
+    </message>
+    <message>
+        <source>@Ask_Del_All_MRUFs@</source>
+        <translation>Remove all entries from the list of recently used files?
+The files themselves are not deleted.</translation>
+    </message>
+</context>
+</TS>
