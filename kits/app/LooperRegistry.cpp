@@ -75,6 +75,16 @@ std::vector<std::shared_ptr<LooperCore>> LooperRegistry::Loopers() const {
     return loopers;
 }
 
+std::vector<int32> LooperRegistry::Windows() const {
+    const std::lock_guard guard(fLock);
+    std::vector<int32> tokens;
+    for (const LooperEntry& entry : fLoopers) {
+        if (entry.core->Window() != nullptr)
+            tokens.push_back(entry.token);
+    }
+    return tokens;
+}
+
 int32 LooperRegistry::AddReply(std::shared_ptr<ReplySlot> slot) {
     const std::lock_guard guard(fLock);
     const int32 token = ++fLastToken;

@@ -42,6 +42,8 @@ public:
     void RemoveLooper(const LooperCore* core);
     /// In the order they were made.
     std::vector<std::shared_ptr<LooperCore>> Loopers() const;
+    /// The tokens of the loopers that are windows.
+    std::vector<int32> Windows() const;
 
     int32 AddReply(std::shared_ptr<ReplySlot> slot);
     /// Null when the sender waits no longer. A slot is found once.

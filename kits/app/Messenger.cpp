@@ -163,6 +163,16 @@ BMessenger MessengerAccess::ForReply(int32 replyToken) {
     return messenger;
 }
 
+std::vector<BMessenger> MessengerAccess::ForWindows() {
+    std::vector<BMessenger> messengers;
+    for (const int32 token : LooperRegistry::Get().Windows()) {
+        BMessenger& messenger = messengers.emplace_back();
+        messenger.fLooper = token;
+        messenger.fHandler = token;
+    }
+    return messengers;
+}
+
 BMessenger MessengerAccess::OrApplication(const BMessenger& messenger) {
     return messenger.fLooper != 0 ? messenger : be_app_messenger;
 }

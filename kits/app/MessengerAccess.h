@@ -1,6 +1,7 @@
 #pragma once
 
 #include <app/Messenger.h>
+#include <vector>
 
 namespace BPrivate {
 
@@ -21,6 +22,9 @@ public:
 
     /// The address under which a waiting sender is answered.
     static BMessenger ForReply(int32 replyToken);
+
+    /// The addresses of all windows that run. From any thread; nobody's lock is waited for.
+    static std::vector<BMessenger> ForWindows();
 
     /// The messenger itself, or the application's where it addresses nothing.
     static BMessenger OrApplication(const BMessenger& messenger);

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <interface/InterfaceDefs.h>
 #include <utility>
@@ -12,7 +13,10 @@ namespace BPrivate {
 namespace {
 
 /// Keys that a window, its dialog shortcuts and its navigation take before any control.
-bool IsForKits(const QKeyEvent& event) {
+bool IsForKits(const QKeyEvent& event, const QObject* control) {
+    const bool upOrDown = event.key() == Qt::Key_Down || event.key() == Qt::Key_Up;
+    if (upOrDown && qobject_cast<const QComboBox*>(control) != nullptr)
+        return false;  // with Alt it opens the menu
     switch (event.key()) {
     case Qt::Key_Escape:
     case Qt::Key_Return:
@@ -29,7 +33,7 @@ bool IsForKits(const QKeyEvent& event) {
 }  // namespace
 
 ControlSet::ControlSet(QWidget& window, Listener listener)
-    : fWindow(window), fListener(std::move(listener)) {
+    : fWindow(window), fListener(std::move(listener)), fMenuKeys(fWindow, fListener.key) {
     connect(qApp, &QApplication::focusChanged, this,
         [this](const QWidget*, const QWidget* now) { FocusChanged(now); });
 }
@@ -46,7 +50,8 @@ void ControlSet::Set(ControlId id, const ControlState& state, int32 serial) {
         const auto entry = fControls.find(id);
         if (entry == fControls.end())
             return;
-        change.what = kControlChanged;
+        if (change.what == 0)
+            change.what = kControlChanged;
         change.AddInt32("control", id);
         change.AddInt32("serial", entry->second.serial);
         fListener.send(change);
@@ -87,7 +92,11 @@ void ControlSet::Place(ControlId id, const ControlPlace& place) {
 void ControlSet::Remove(ControlId id) {
     if (fFocused == id)
         Focus(0);
-    fControls.erase(id);
+    const auto found = fControls.find(id);
+    if (found == fControls.end())
+        return;
+    found->second.control->CloseMenus();
+    fControls.erase(found);
 }
 
 void ControlSet::OpenMenu(ControlId bar, int32 item) {
@@ -95,11 +104,11 @@ void ControlSet::OpenMenu(ControlId bar, int32 item) {
         found->second.control->OpenMenu(item);
 }
 
-bool ControlSet::eventFilter(QObject*, QEvent* event) {
+bool ControlSet::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
     auto& key = *static_cast<QKeyEvent*>(event);
-    const bool isForKits = IsForKits(key);
+    const bool isForKits = IsForKits(key, receiver);
     // Every release is told, since whether a widget takes it says nothing about the press.
     if (isForKits || event->type() == QEvent::KeyRelease)
         fListener.key(key);
@@ -108,7 +117,7 @@ bool ControlSet::eventFilter(QObject*, QEvent* event) {
 
 void ControlSet::FocusChanged(const QWidget* now) {
     // Another window having the keyboard changes nothing in this one.
-    if (fMovingFocus || now == nullptr || now->window() != &fWindow)
+    if (fMovingFocus || now == nullptr || now->window() != fWindow.window())
         return;
     ControlId id = 0;
     for (const auto& [candidate, entry] : fControls) {

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "kits/desktop/ControlWidget.h"
+#include "kits/desktop/MenuKeys.h"
 #include "kits/interface/Display.h"
 
 class QKeyEvent;
@@ -49,6 +50,7 @@ private:
 
     QWidget& fWindow;
     Listener fListener;
+    MenuKeys fMenuKeys;
     std::map<ControlId, Entry> fControls;
     ControlId fFocused = 0;
     bool fMovingFocus = false;  // by the program

@@ -19,7 +19,8 @@ struct DeleteLater {
     }
 };
 
-/// Tells that the user changed the control; the message has the fields of the new value.
+/// Tells that the user changed the control; the message has the fields of the new value, and a
+/// `what` only when it is something else that happened.
 using ControlReport = std::function<void(BMessage& change)>;
 
 /// One control on the screen. Main thread only. Only what the user does is reported.
@@ -36,6 +37,8 @@ public:
     virtual void SetState(const ControlState& state) = 0;
     /// Only a menu bar has menus: opens that of the item, of the first for 0.
     virtual void OpenMenu(int32 /*item*/) {}
+    /// Closes its open menus and tells it.
+    virtual void CloseMenus() {}
     virtual void SetAccessibleName(const QString& name) { fWidget->setAccessibleName(name); }
 
 protected:

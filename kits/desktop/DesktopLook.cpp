@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QPalette>
-#include <QScreen>
 #include <utility>
 
 #include "kits/desktop/DesktopLook.h"
@@ -29,17 +28,10 @@ constexpr std::pair<color_which, QPalette::ColorRole> kRoles[] = {
 
 DesktopLook::DesktopLook() {
     ReadColors();
-    FollowScreen();
-    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, [this] { FollowScreen(); });
     qApp->installEventFilter(this);
 }
 
 DesktopLook::~DesktopLook() = default;
-
-BRect DesktopLook::MainScreenFrame() const {
-    const std::lock_guard lock(fLock);
-    return fScreen;
-}
 
 rgb_color DesktopLook::Color(color_which which) const {
     const std::lock_guard lock(fLock);
@@ -51,20 +43,6 @@ bool DesktopLook::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange && receiver == qApp)
         ReadColors();
     return false;
-}
-
-void DesktopLook::FollowScreen() {
-    disconnect(fScreenConnection);
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr)
-        return;
-    const auto take = [this](QRect area) {
-        const std::lock_guard lock(fLock);
-        fScreen = BRect(static_cast<float>(area.left()), static_cast<float>(area.top()),
-            static_cast<float>(area.right()), static_cast<float>(area.bottom()));
-    };
-    take(screen->geometry());
-    fScreenConnection = connect(screen, &QScreen::geometryChanged, this, take);
 }
 
 void DesktopLook::ReadColors() {

@@ -4,31 +4,26 @@
 #include <array>
 #include <interface/GraphicsDefs.h>
 #include <interface/InterfaceDefs.h>
-#include <interface/Rect.h>
 #include <mutex>
 
 namespace BPrivate {
 
-/// What the kits ask of the desktop again and again: the main screen's rectangle and the theme's
-/// colours. Kept current on the main thread; any thread may ask and does not wait for it.
+/// What the kits ask of the desktop again and again: the theme's colours. Kept current on the main
+/// thread; any thread may ask and does not wait for it.
 class DesktopLook : public QObject {
 public:
     DesktopLook();
     ~DesktopLook() override;
 
-    BRect MainScreenFrame() const;
     rgb_color Color(color_which which) const;
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
-    void FollowScreen();
     void ReadColors();
 
     mutable std::mutex fLock;
-    BRect fScreen;
     std::array<rgb_color, 16> fColors;  // by color_which
-    QMetaObject::Connection fScreenConnection;
 };
 
 }  // namespace BPrivate

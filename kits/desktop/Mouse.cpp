@@ -8,14 +8,15 @@ namespace {
 
 constexpr int kNotch = 120;          // Qt's angle of one notch
 constexpr int kPixelsPerNotch = 45;  // three lines of text, as a notch scrolls them
+constexpr int kParts = kNotch * kPixelsPerNotch;  // of a notch, in which both are whole
 
 int Add(int& rest, int turn) {
     // Turning back takes effect at once.
     if ((turn > 0 && rest < 0) || (turn < 0 && rest > 0))
         rest = 0;
     rest += turn;
-    const int notches = rest / kNotch;
-    rest -= notches * kNotch;
+    const int notches = rest / kParts;
+    rest -= notches * kParts;
     return notches;
 }
 
@@ -33,9 +34,8 @@ int32 ClickCounter::Press(int button, QPointF where, int64 time) {
 }
 
 QPoint WheelCounter::Turn(QPoint angle, QPoint pixels) {
-    if (angle.isNull())
-        angle = pixels * kNotch / kPixelsPerNotch;
-    return -QPoint(Add(fX, angle.x()), Add(fY, angle.y()));
+    const QPoint turn = angle.isNull() ? pixels * kNotch : angle * kPixelsPerNotch;
+    return -QPoint(Add(fX, turn.x()), Add(fY, turn.y()));
 }
 
 }  // namespace BPrivate

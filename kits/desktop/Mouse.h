@@ -34,7 +34,7 @@ public:
     QPoint Turn(QPoint angle, QPoint pixels);
 
 private:
-    int fX = 0;  // what is left, in eighths of a degree
+    int fX = 0;  // what is left, in fractions of a notch
     int fY = 0;
 };
 

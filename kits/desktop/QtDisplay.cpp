@@ -29,6 +29,8 @@ std::unique_ptr<QApplication> MakeApplication() {
 
     // Menus stay in their windows, where the kits put them.
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QtMessageHandler before = qInstallMessageHandler(ReportNoScreen);
     auto application = std::make_unique<QApplication>(count, arguments);
     qInstallMessageHandler(before);
@@ -40,7 +42,8 @@ std::unique_ptr<QApplication> MakeApplication() {
 
 QtDisplay::QtDisplay()
     : fApplication(MakeApplication()), fThread(std::make_shared<MainThread>()),
-      fKeyboard(std::make_unique<Keyboard>()), fLook(std::make_unique<DesktopLook>()) {}
+      fKeyboard(std::make_unique<Keyboard>()), fLook(std::make_unique<DesktopLook>()),
+      fLanguage(std::make_unique<LanguageWatch>()), fScreens(std::make_unique<ScreenWatch>()) {}
 
 QtDisplay::~QtDisplay() {
     fThread->Close();
@@ -51,6 +54,7 @@ QtDisplay::~QtDisplay() {
 
 void QtDisplay::Run() {
     QApplication::exec();
+    fLanguage.reset();
 }
 
 void QtDisplay::Quit() {
@@ -62,11 +66,11 @@ std::unique_ptr<DisplayWindow> QtDisplay::CreateWindow(
     const WindowSpec& spec, const BMessenger& target) {
     const rgb_color panel = UiColor(B_PANEL_BACKGROUND_COLOR);
     return std::make_unique<QtWindow>(
-        fThread, *fKeyboard, spec, target, QColor(panel.red, panel.green, panel.blue));
+        fThread, *fKeyboard, *fScreens, spec, target, QColor(panel.red, panel.green, panel.blue));
 }
 
 BRect QtDisplay::MainScreenFrame() {
-    return fLook->MainScreenFrame();
+    return KitRect(fScreens->Table()->Main().frame);
 }
 
 uint32 QtDisplay::Modifiers() {

@@ -5,7 +5,9 @@
 
 #include "kits/desktop/DesktopLook.h"
 #include "kits/desktop/Keyboard.h"
+#include "kits/desktop/LanguageWatch.h"
 #include "kits/desktop/MainThread.h"
+#include "kits/desktop/ScreenWatch.h"
 #include "kits/interface/Display.h"
 
 namespace BPrivate {
@@ -37,6 +39,8 @@ private:
     std::shared_ptr<MainThread> fThread;
     std::unique_ptr<Keyboard> fKeyboard;
     std::unique_ptr<DesktopLook> fLook;
+    std::unique_ptr<LanguageWatch> fLanguage;
+    std::unique_ptr<ScreenWatch> fScreens;
 };
 
 }  // namespace BPrivate

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "kits/desktop/QtWindow.h"
+#include "kits/desktop/ScreenWatch.h"
 #include "kits/desktop/WindowWidget.h"
 
 namespace BPrivate {
@@ -20,11 +21,13 @@ int Pixels(float units) {
 }  // namespace
 
 QtWindow::QtWindow(std::shared_ptr<MainThread> thread, const Keyboard& keyboard,
-    const WindowSpec& spec, const BMessenger& target, QColor empty)
+    ScreenWatch& screens, const WindowSpec& spec, const BMessenger& target, QColor empty)
     : fThread(std::move(thread)), fImage(std::make_shared<FrontImage>(std::move(empty))),
-      fSlot(std::make_shared<Slot>()) {
-    fThread->Post([slot = fSlot, image = fImage, &keyboard, spec, target] {
-        slot->widget = new WindowWidget(spec, target, image, keyboard);
+      fSlot(std::make_shared<Slot>()), fScreens(screens.Table()),
+      fPlace(std::make_shared<SharedPlace>(fScreens->Holding(PixelsOf(spec.frame)))),
+      fFrame(spec.frame) {
+    fThread->Post([slot = fSlot, image = fImage, place = fPlace, &keyboard, &screens, spec, target] {
+        slot->widget = new WindowWidget(spec, target, image, keyboard, screens, place);
     });
 }
 
@@ -44,6 +47,7 @@ void QtWindow::SetTitle(const std::string& title) {
 }
 
 void QtWindow::SetFrame(BRect frame, int32 serial) {
+    fFrame = frame;
     Post([=](WindowWidget& widget) { widget.SetContentFrame(frame, serial); });
 }
 
@@ -54,6 +58,9 @@ void QtWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, fl
 }
 
 void QtWindow::Show() {
+    // The main thread knows better from then on where the window is.
+    if (!std::exchange(fWasShown, true))
+        fPlace->Set(fScreens->Holding(PixelsOf(fFrame)));
     Post([](WindowWidget& widget) { widget.ShowOnScreen(); });
 }
 
@@ -70,33 +77,37 @@ void QtWindow::Minimize(bool minimize) {
 }
 
 BRect QtWindow::ScreenFrame() {
-    return TheDisplay().MainScreenFrame();
+    return KitRect(Place().frame);
 }
 
 float QtWindow::PixelRatio() {
-    return 1;
+    return Place().ratio;
+}
+
+ScreenPlace QtWindow::Place() const {
+    return fWasShown ? fPlace->Get() : fScreens->Holding(PixelsOf(fFrame));
 }
 
 void QtWindow::SetControl(ControlId id, const ControlState& state, int32 serial) {
-    Post([=](WindowWidget& widget) { widget.Controls().Set(id, state, serial); });
+    Post([=](WindowWidget& widget) { widget.Content().Controls().Set(id, state, serial); });
 }
 
 void QtWindow::PlaceControl(ControlId id, const ControlPlace& place) {
-    Post([=](WindowWidget& widget) { widget.Controls().Place(id, place); });
+    Post([=](WindowWidget& widget) { widget.Content().Controls().Place(id, place); });
 }
 
 void QtWindow::RemoveControl(ControlId id) {
-    Post([=](WindowWidget& widget) { widget.Controls().Remove(id); });
+    Post([=](WindowWidget& widget) { widget.Content().Controls().Remove(id); });
 }
 
 void QtWindow::OpenMenu(ControlId bar, int32 item) {
-    Post([=](WindowWidget& widget) { widget.Controls().OpenMenu(bar, item); });
+    Post([=](WindowWidget& widget) { widget.Content().Controls().OpenMenu(bar, item); });
 }
 
 void QtWindow::Present(const PixelBuffer& backBuffer, BRect area) {
     if (!fImage->Present(backBuffer, PixelsOf(area)))
         return;
-    Post([image = fImage](WindowWidget& widget) { widget.update(image->TakeChanged()); });
+    Post([image = fImage](WindowWidget& widget) { widget.Content().update(image->TakeChanged()); });
 }
 
 }  // namespace BPrivate

@@ -7,19 +7,21 @@
 #include "kits/desktop/FrontImage.h"
 #include "kits/desktop/Keyboard.h"
 #include "kits/desktop/MainThread.h"
+#include "kits/desktop/ScreenTable.h"
 #include "kits/interface/Display.h"
 
 namespace BPrivate {
 
+class ScreenWatch;
 class WindowWidget;
 
 /// The kits' hold on a window of the display: passes every call on to the main thread, in order.
 /// Any thread, but one at a time.
 class QtWindow : public DisplayWindow {
 public:
-    /// `keyboard` must live as long as `thread` is open.
-    QtWindow(std::shared_ptr<MainThread> thread, const Keyboard& keyboard, const WindowSpec& spec,
-        const BMessenger& target, QColor empty);
+    /// `keyboard` and `screens` must live as long as `thread` is open.
+    QtWindow(std::shared_ptr<MainThread> thread, const Keyboard& keyboard, ScreenWatch& screens,
+        const WindowSpec& spec, const BMessenger& target, QColor empty);
     ~QtWindow() override;
 
     void SetTitle(const std::string& title) override;
@@ -44,10 +46,16 @@ private:
     };
 
     void Post(std::function<void(WindowWidget&)> work);
+    ScreenPlace Place() const;
 
     const std::shared_ptr<MainThread> fThread;
     const std::shared_ptr<FrontImage> fImage;
     const std::shared_ptr<Slot> fSlot;
+    const std::shared_ptr<ScreenTable> fScreens;
+    const std::shared_ptr<SharedPlace> fPlace;
+    // Until it is first shown, a window is where the kits want it.
+    BRect fFrame;
+    bool fWasShown = false;
 };
 
 }  // namespace BPrivate

@@ -1,5 +1,6 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/ScrollBarRange.h"
@@ -7,6 +8,15 @@
 namespace BPrivate {
 
 namespace {
+
+/// Leaves the wheel to the window, whose views have rules of their own for it.
+class WheellessBar : public QScrollBar {
+public:
+    using QScrollBar::QScrollBar;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
 
 class ScrollBarWidget : public ControlWidget {
 public:
@@ -48,7 +58,7 @@ private:
 }  // namespace
 
 std::unique_ptr<ControlWidget> MakeScrollBar(QWidget* parent, ControlReport report) {
-    return std::make_unique<ScrollBarWidget>(new QScrollBar(parent), std::move(report));
+    return std::make_unique<ScrollBarWidget>(new WheellessBar(parent), std::move(report));
 }
 
 }  // namespace BPrivate

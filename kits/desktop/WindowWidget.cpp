@@ -1,8 +1,7 @@
+#include "kits/desktop/WindowWidget.h"
+
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QPaintEvent>
-#include <QPainter>
-#include <QStyleHints>
 #include <QWindow>
 #include <app/AppDefs.h>
 #include <app/Message.h>
@@ -10,38 +9,47 @@
 #include <utility>
 
 #include "kits/desktop/WindowStyle.h"
-#include "kits/desktop/WindowWidget.h"
 
 namespace BPrivate {
 
 namespace {
 
-BPoint KitPoint(QPoint point) {
-    return {static_cast<float>(point.x()), static_cast<float>(point.y())};
+void CallLater(QTimer& timer, int milliseconds, QObject& context, std::function<void()> call) {
+    timer.setSingleShot(true);
+    timer.setInterval(milliseconds);
+    QObject::connect(&timer, &QTimer::timeout, &context, std::move(call));
 }
+
+// A busy window manager's answer takes no longer.
+constexpr int kSettleTime = 300;
+constexpr int kReappearTime = 100;
+constexpr int kZoomTime = 150;
 
 }  // namespace
 
+bool HasPositions() {
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 WindowWidget::WindowWidget(const WindowSpec& spec, const BMessenger& target,
-    std::shared_ptr<FrontImage> image, const Keyboard& keyboard)
+    std::shared_ptr<FrontImage> image, const Keyboard& keyboard, ScreenWatch& screens,
+    std::shared_ptr<SharedPlace> place)
     : QWidget(nullptr, WindowStyle(spec.look, spec.feel, spec.flags)), fTarget(target),
-      fImage(std::move(image)), fKeyboard(keyboard),
-      fControls(*this,
-          {[this](BMessage& message) { Send(message); },
-              [this](const QKeyEvent& event) { SendKey(event); }}),
-      fClicks(QGuiApplication::styleHints()->mouseDoubleClickInterval(),
-          QGuiApplication::styleHints()->mouseDoubleClickDistance()),
+      fScreens(screens), fPlace(std::move(place)),
+      fContent(
+          *this, [this](BMessage& message) { Send(message); }, std::move(image), keyboard),
       fFlags(spec.flags), fFeel(spec.feel), fSmallest(1, 1),
-      fLargest(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) {
-    // The front image covers everything, so Qt need not clear the window before.
+      fLargest(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), fToldPlace(fPlace->Get()) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_ShowWithoutActivating, (spec.flags & (B_AVOID_FOCUS | B_AVOID_FRONT)) != 0);
     setWindowModality(WindowModalityOf(spec.feel));
-    setMouseTracking(true);
-    setAcceptDrops(true);
-    // The keys are for the content unless a control has been given them.
-    setFocus();
+    setFocusProxy(&fContent);
     setWindowTitle(QString::fromStdString(spec.title));
+    CallLater(fSettling, kSettleTime, *this, [this] { Settle(); });
+    CallLater(fMinimizing, kSettleTime, *this, [this] { SettleMinimized(); });
+    CallLater(fReappeared, kReappearTime, *this, [this] { Restored(); });
+    CallLater(fZooming, kZoomTime, *this, [this] { TellZoomed(); });
+    screens.WhenChanged(*this, [this] { ScreensChanged(); });
     SetContentFrame(spec.frame, 0);
 }
 
@@ -49,12 +57,19 @@ WindowWidget::~WindowWidget() = default;
 
 void WindowWidget::SetContentFrame(BRect frame, int32 serial) {
     fFrameSerial = serial;
-    const QRect pixels = PixelsOf(frame);
-    fAsked = pixels.size();
-    ApplyLimits();
-    if (windowState() & Qt::WindowMaximized)
-        setWindowState(windowState() & ~Qt::WindowMaximized);
-    setGeometry(pixels);
+    fFrame = PixelsOf(frame);
+    fContent.SetOrigin(fFrame.topLeft());
+    const QRect screen = fScreens.Table()->Holding(fFrame).frame;
+    if (CoversScreen(fFrame, screen)) {
+        Cover(screen);
+    } else if (fCovers || fSettling.isActive() || isFullScreen() || isMaximized()) {
+        Uncover();
+    } else {
+        ApplyLimits();
+        setGeometry(fFrame);
+    }
+    PlaceContent();
+    FollowScreen();
 }
 
 void WindowWidget::SetSizeLimits(QSize smallest, QSize largest) {
@@ -64,19 +79,32 @@ void WindowWidget::SetSizeLimits(QSize smallest, QSize largest) {
 }
 
 void WindowWidget::ApplyLimits() {
+    // A window manager makes no window full-screen that may not have the size.
+    if (fCovers) {
+        setMinimumSize(1, 1);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        return;
+    }
     const bool fixed = fFlags & B_NOT_RESIZABLE;
     QSize smallest = fSmallest;
     QSize largest = fLargest;
     if (fixed || (fFlags & B_NOT_H_RESIZABLE)) {
-        smallest.setWidth(fAsked.width());
-        largest.setWidth(fAsked.width());
+        smallest.setWidth(fFrame.width());
+        largest.setWidth(fFrame.width());
     }
     if (fixed || (fFlags & B_NOT_V_RESIZABLE)) {
-        smallest.setHeight(fAsked.height());
-        largest.setHeight(fAsked.height());
+        smallest.setHeight(fFrame.height());
+        largest.setHeight(fFrame.height());
     }
     setMinimumSize(smallest.expandedTo(QSize(1, 1)));
     setMaximumSize(largest.expandedTo(smallest));
+}
+
+void WindowWidget::PlaceContent() {
+    if (fCovers)
+        fContent.setGeometry(fFrame.translated(-fCovered.topLeft()));
+    else
+        fContent.setGeometry(rect());
 }
 
 void WindowWidget::ShowOnScreen() {
@@ -87,22 +115,12 @@ void WindowWidget::ShowOnScreen() {
             windowHandle()->setTransientParent(active);
     }
     show();
+    FollowHandle();
 }
 
 void WindowWidget::BringToFront() {
     raise();
     activateWindow();
-}
-
-void WindowWidget::Minimize(bool minimize) {
-    fMinimized = minimize;
-    setWindowState(
-        minimize ? windowState() | Qt::WindowMinimized : windowState() & ~Qt::WindowMinimized);
-}
-
-void WindowWidget::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    fImage->Paint(painter, event->region(), size());
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {
@@ -112,18 +130,41 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
     Send(message);
 }
 
+bool WindowWidget::IsTelling() const {
+    return isVisible() && !isMinimized() && !fCovers && !fSettling.isActive();
+}
+
+QRect WindowWidget::CurrentFrame() const {
+    return HasPositions() ? geometry() : QRect(fFrame.topLeft(), size());
+}
+
 void WindowWidget::moveEvent(QMoveEvent*) {
-    if (!isVisible() || isMinimized())
-        return;
+    if (IsTelling() && HasPositions())
+        TellMoved();
+    FollowScreen();
+}
+
+void WindowWidget::resizeEvent(QResizeEvent*) {
+    PlaceContent();
+    if (IsTelling())
+        TellResized();
+    FollowScreen();
+    if (fZooming.isActive())
+        TellZoomed();
+}
+
+void WindowWidget::TellMoved() {
+    fFrame.moveTopLeft(CurrentFrame().topLeft());
+    fContent.SetOrigin(fFrame.topLeft());
     BMessage message(B_WINDOW_MOVED);
-    message.AddPoint("where", KitPoint(geometry().topLeft()));
+    message.AddPoint(
+        "where", BPoint(static_cast<float>(fFrame.left()), static_cast<float>(fFrame.top())));
     message.AddInt32("serial", fFrameSerial);
     Send(message);
 }
 
-void WindowWidget::resizeEvent(QResizeEvent*) {
-    if (!isVisible() || isMinimized())
-        return;
+void WindowWidget::TellResized() {
+    fFrame.setSize(size());
     BMessage message(B_WINDOW_RESIZED);
     message.AddInt32("width", width() - 1);
     message.AddInt32("height", height() - 1);
@@ -138,20 +179,19 @@ void WindowWidget::changeEvent(QEvent* event) {
         BMessage message(B_WINDOW_ACTIVATED);
         message.AddBool("active", fActive);
         Send(message);
+        if (fActive) {
+            fContent.TellModifiers();
+            if (isMinimized())
+                Restored();
+        }
     }
     if (event->type() != QEvent::WindowStateChange)
         return;
-    if (isMinimized() != fMinimized) {
-        fMinimized = isMinimized();
-        BMessage message(B_MINIMIZE);
-        message.AddBool("minimize", fMinimized);
-        Send(message);
-    }
-    if (isMaximized() != fZoomed) {
-        fZoomed = isMaximized();
-        BMessage message(B_ZOOM);
-        Send(message);
-    }
+    FullScreenChanged();
+    TellMinimized();
+    // Told when the window has the size.
+    if (isMaximized() != fZoomed)
+        fZooming.start();
 }
 
 void WindowWidget::Send(BMessage& message) const {

@@ -1,23 +1,34 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <app/Messenger.h>
 #include <memory>
 
-#include "kits/desktop/ControlSet.h"
+#include "kits/desktop/ContentWidget.h"
 #include "kits/desktop/FrontImage.h"
 #include "kits/desktop/Keyboard.h"
-#include "kits/desktop/Mouse.h"
+#include "kits/desktop/ScreenTable.h"
+#include "kits/desktop/ScreenWatch.h"
 #include "kits/interface/Display.h"
 
 namespace BPrivate {
 
-/// A window on the screen: shows the front image with the controls on top of it, and turns what
-/// the user and the window manager do into messages for the looper. Main thread only.
+/// A window on the screen with the kits' content in it, and what the user and the window manager
+/// do to it as messages for the looper. Main thread only.
+///
+/// A content that covers its whole screen and more is shown by the desktop's full-screen state:
+/// this widget is as large as the screen then, and the content in it where the kits want it.
+///
+/// Window managers carry out requests some time later, and Qt may hear in between of states that
+/// are past already. So what is heard soon after a request is not believed; when that time is over
+/// a request that failed is made again, and then what there is is told to the kits.
 class WindowWidget : public QWidget {
 public:
+    /// `place` is kept at the screen the window is on. `screens` and `keyboard` outlive the window.
     WindowWidget(const WindowSpec& spec, const BMessenger& target,
-        std::shared_ptr<FrontImage> image, const Keyboard& keyboard);
+        std::shared_ptr<FrontImage> image, const Keyboard& keyboard, ScreenWatch& screens,
+        std::shared_ptr<SharedPlace> place);
     ~WindowWidget() override;
 
     void SetContentFrame(BRect frame, int32 serial);
@@ -25,52 +36,73 @@ public:
     void ShowOnScreen();
     void BringToFront();
     void Minimize(bool minimize);
-    ControlSet& Controls() { return fControls; }
+    ContentWidget& Content() { return fContent; }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
+    /// Of the window's handle: Qt tells the widget not of all.
+    bool eventFilter(QObject* handle, QEvent* event) override;
 
 private:
+    // Its frame (WindowWidget.cpp).
     void ApplyLimits();
-    void SendKey(const QKeyEvent& event);
-    void SendPressed(const QMouseEvent& event);
-    void SendMoved(QPointF where, int32 buttons, bool inside);
+    void PlaceContent();
+    void TellMoved();
+    void TellResized();
+    /// Whether moves and sizes are the window's own, and not those of another state.
+    bool IsTelling() const;
+    QRect CurrentFrame() const;
     /// Adds "when" and sends it.
     void Send(BMessage& message) const;
 
+    // Its states (WindowStates.cpp).
+    void Cover(const QRect& screen);
+    void Uncover();
+    void FullScreenChanged();
+    void Settle();
+    bool HasSettled() const;
+    void TellMinimized();
+    void SettleMinimized();
+    void Restored();
+    void TellZoomed();
+
+    // Its screen (WindowScreens.cpp).
+    void FollowHandle();
+    void FollowScreen();
+    void ScreensChanged();
+    ScreenPlace CurrentPlace() const;
+
     const BMessenger fTarget;
-    const std::shared_ptr<FrontImage> fImage;
-    const Keyboard& fKeyboard;
-    ControlSet fControls;
-    ClickCounter fClicks;
-    WheelCounter fWheel;
+    ScreenWatch& fScreens;
+    const std::shared_ptr<SharedPlace> fPlace;
+    ContentWidget fContent;
 
     const uint32 fFlags;
     const window_feel fFeel;
     QSize fSmallest;
     QSize fLargest;
-    QSize fAsked;  // by the kits; what a window of fixed size is fixed to
+    QRect fFrame;  // of the content, as the kits know it
     int32 fFrameSerial = 0;
-    uint32 fLastModifiers = 0;
-    QPointF fPointer;
+    ScreenPlace fToldPlace;
     bool fActive = false;
+
+    bool fCovers = false;  // shown by the full-screen state
+    QRect fCovered;        // the screen it covers
+    QTimer fSettling;
+    int fTriesLeft = 0;
+
     bool fMinimized = false;
+    QTimer fMinimizing;
+    bool fTriedMinimize = false;
+    QTimer fReappeared;
     bool fZoomed = false;
+    QTimer fZooming;
 };
+
+/// Whether the desktop tells and takes the positions of windows.
+bool HasPositions();
 
 }  // namespace BPrivate

@@ -1,9 +1,13 @@
-// A window's keys, pointer and drops.
+#include "kits/desktop/ContentWidget.h"
 
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleHints>
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <storage/Entry.h>
@@ -12,7 +16,6 @@
 #include "kits/app/MessageAccess.h"
 #include "kits/desktop/Keys.h"
 #include "kits/desktop/UriList.h"
-#include "kits/desktop/WindowWidget.h"
 
 namespace BPrivate {
 
@@ -34,41 +37,66 @@ std::vector<std::string> DroppedPaths(const QMimeData& data) {
 
 }  // namespace
 
-void WindowWidget::keyPressEvent(QKeyEvent* event) {
+ContentWidget::ContentWidget(QWidget& window, std::function<void(BMessage& message)> send,
+    std::shared_ptr<FrontImage> image, const Keyboard& keyboard)
+    : QWidget(&window), fSend(std::move(send)), fImage(std::move(image)), fKeyboard(keyboard),
+      fControls(*this, {fSend, [this](const QKeyEvent& event) { SendKey(event); }}),
+      fClicks(QGuiApplication::styleHints()->mouseDoubleClickInterval(),
+          QGuiApplication::styleHints()->mouseDoubleClickDistance()) {
+    // The front image covers everything, so Qt need not clear the window before.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setAcceptDrops(true);
+    // The keys are for the content unless a control has been given them.
+    setFocus();
+}
+
+ContentWidget::~ContentWidget() = default;
+
+void ContentWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    fImage->Paint(painter, event->region(), size());
+}
+
+void ContentWidget::keyPressEvent(QKeyEvent* event) {
     SendKey(*event);
 }
 
-void WindowWidget::keyReleaseEvent(QKeyEvent* event) {
+void ContentWidget::keyReleaseEvent(QKeyEvent* event) {
     // One that comes from a control was told before the control saw it.
     if (fControls.Focused() == 0)
         SendKey(*event);
 }
 
-bool WindowWidget::focusNextPrevChild(bool) {
+bool ContentWidget::focusNextPrevChild(bool) {
     // The kits know the order of the views, of which only some are controls.
     return false;
 }
 
-void WindowWidget::SendKey(const QKeyEvent& event) {
+void ContentWidget::TellModifiers() {
+    const uint32 modifiers = fKeyboard.Modifiers();
+    if (modifiers == fLastModifiers)
+        return;
+    BMessage changed(B_MODIFIERS_CHANGED);
+    changed.AddInt32("modifiers", static_cast<int32>(modifiers));
+    changed.AddInt32(
+        "be:old_modifiers", static_cast<int32>(std::exchange(fLastModifiers, modifiers)));
+    fSend(changed);
+}
+
+void ContentWidget::SendKey(const QKeyEvent& event) {
     const bool press = event.type() == QEvent::KeyPress;
     // The releases between the repeats of a held key did not happen.
     if (!press && event.isAutoRepeat())
         return;
     const KeyInput input = TranslateKey(event);
-    const uint32 modifiers = fKeyboard.Modifiers();
-    if (modifiers != fLastModifiers) {
-        BMessage changed(B_MODIFIERS_CHANGED);
-        changed.AddInt32("modifiers", static_cast<int32>(modifiers));
-        changed.AddInt32(
-            "be:old_modifiers", static_cast<int32>(std::exchange(fLastModifiers, modifiers)));
-        Send(changed);
-    }
+    TellModifiers();
 
     const bool mapped = !input.bytes.empty();
     BMessage message(press ? (mapped ? B_KEY_DOWN : B_UNMAPPED_KEY_DOWN)
                            : (mapped ? B_KEY_UP : B_UNMAPPED_KEY_UP));
     message.AddInt32("key", input.key);
-    message.AddInt32("modifiers", static_cast<int32>(modifiers));
+    message.AddInt32("modifiers", static_cast<int32>(fLastModifiers));
     if (mapped) {
         message.AddInt32("raw_char", input.rawChar);
         for (const char byte : input.bytes)
@@ -79,18 +107,18 @@ void WindowWidget::SendKey(const QKeyEvent& event) {
         message.AddInt32("be:key_repeat", fKeyboard.RepeatCount());
     if (fControls.Focused() != 0)
         message.AddInt32("control", fControls.Focused());
-    Send(message);
+    fSend(message);
 }
 
-void WindowWidget::mousePressEvent(QMouseEvent* event) {
+void ContentWidget::mousePressEvent(QMouseEvent* event) {
     SendPressed(*event);
 }
 
-void WindowWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+void ContentWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     SendPressed(*event);
 }
 
-void WindowWidget::SendPressed(const QMouseEvent& event) {
+void ContentWidget::SendPressed(const QMouseEvent& event) {
     const auto time = static_cast<int64>(event.timestamp());
     const int32 clicks = fClicks.Press(static_cast<int>(event.button()), event.position(), time);
     BMessage message(B_MOUSE_DOWN);
@@ -98,38 +126,41 @@ void WindowWidget::SendPressed(const QMouseEvent& event) {
     message.AddInt32("buttons", static_cast<int32>(event.buttons()) & kKnownButtons);
     message.AddInt32("clicks", clicks);
     message.AddInt32("modifiers", static_cast<int32>(fKeyboard.Modifiers()));
-    Send(message);
+    fSend(message);
 }
 
-void WindowWidget::mouseReleaseEvent(QMouseEvent* event) {
+void ContentWidget::mouseReleaseEvent(QMouseEvent* event) {
     BMessage message(B_MOUSE_UP);
     message.AddPoint("be:window_where", KitPoint(event->position()));
     message.AddInt32("buttons", static_cast<int32>(event->buttons()) & kKnownButtons);
     message.AddInt32("modifiers", static_cast<int32>(fKeyboard.Modifiers()));
-    Send(message);
+    fSend(message);
 }
 
-void WindowWidget::mouseMoveEvent(QMouseEvent* event) {
+void ContentWidget::mouseMoveEvent(QMouseEvent* event) {
     const bool inside = rect().contains(event->position().toPoint());
     SendMoved(event->position(), static_cast<int32>(event->buttons()), inside);
 }
 
-void WindowWidget::leaveEvent(QEvent*) {
+void ContentWidget::leaveEvent(QEvent*) {
     SendMoved(fPointer, 0, false);
 }
 
-void WindowWidget::SendMoved(QPointF where, int32 buttons, bool inside) {
+void ContentWidget::SendMoved(QPointF where, int32 buttons, bool inside) {
     fPointer = where;
     BMessage message(B_MOUSE_MOVED);
     message.AddPoint("be:window_where", KitPoint(where));
     message.AddInt32("buttons", buttons & kKnownButtons);
     message.AddInt32("modifiers", static_cast<int32>(fKeyboard.Modifiers()));
     message.AddBool("be:inside", inside);
-    Send(message);
+    fSend(message);
 }
 
-void WindowWidget::wheelEvent(QWheelEvent* event) {
+void ContentWidget::wheelEvent(QWheelEvent* event) {
     event->accept();
+    // What a touchpad adds after the finger has left it would leaf through a folder by itself.
+    if (event->phase() == Qt::ScrollMomentum)
+        return;
     const QPoint notches = fWheel.Turn(event->angleDelta(), event->pixelDelta());
     if (notches.isNull())
         return;
@@ -137,10 +168,10 @@ void WindowWidget::wheelEvent(QWheelEvent* event) {
     message.AddFloat("be:wheel_delta_x", static_cast<float>(notches.x()));
     message.AddFloat("be:wheel_delta_y", static_cast<float>(notches.y()));
     message.AddPoint("be:window_where", KitPoint(event->position()));
-    Send(message);
+    fSend(message);
 }
 
-void WindowWidget::dragEnterEvent(QDragEnterEvent* event) {
+void ContentWidget::dragEnterEvent(QDragEnterEvent* event) {
     if ((event->possibleActions() & Qt::CopyAction) == 0 ||
         DroppedPaths(*event->mimeData()).empty())
         return;
@@ -148,7 +179,7 @@ void WindowWidget::dragEnterEvent(QDragEnterEvent* event) {
     event->accept();
 }
 
-void WindowWidget::dropEvent(QDropEvent* event) {
+void ContentWidget::dropEvent(QDropEvent* event) {
     BMessage message(B_SIMPLE_DATA);
     for (const std::string& path : DroppedPaths(*event->mimeData())) {
         entry_ref ref;
@@ -159,10 +190,10 @@ void WindowWidget::dropEvent(QDropEvent* event) {
         return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    message.AddPoint("_drop_point_", KitPoint(mapToGlobal(event->position())));
+    message.AddPoint("_drop_point_", KitPoint(event->position() + fOrigin));
     message.AddPoint("be:window_where", KitPoint(event->position()));
     MessageAccess::SetSourceRemote(message);
-    Send(message);
+    fSend(message);
 }
 
 }  // namespace BPrivate

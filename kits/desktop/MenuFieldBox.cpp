@@ -1,0 +1,95 @@
+#include "kits/desktop/MenuFieldBox.h"
+
+#include <QStandardItemModel>
+#include <QStyleOptionComboBox>
+#include <QWheelEvent>
+#include <utility>
+
+#include "kits/desktop/MenuText.h"
+
+namespace BPrivate {
+
+namespace {
+
+constexpr int kIndent = 4;  // in spaces
+
+}  // namespace
+
+MenuFieldBox::MenuFieldBox(QWidget* parent) : QComboBox(parent) {
+    setSizeAdjustPolicy(AdjustToContents);
+}
+
+void MenuFieldBox::SetMenu(const MenuFieldState& state) {
+    std::vector<Row> rows;
+    int marked = -1;
+    Flatten(state.items, 0, true, rows, marked);
+    setPlaceholderText(OneLine(state.title));
+    if (rows != fRows) {
+        hidePopup();
+        fRows = std::move(rows);
+        Fill();
+    }
+    fMarked = marked;
+    setCurrentIndex(marked);
+}
+
+void MenuFieldBox::Flatten(const std::vector<MenuItemState>& items, int depth, bool enabled,
+    std::vector<Row>& rows, int& marked) {
+    for (const MenuItemState& item : items) {
+        const bool isOn = enabled && item.enabled;
+        const bool isCommand = !item.separator && item.command;
+        if (item.marked && isCommand && marked < 0)
+            marked = static_cast<int>(rows.size());
+        rows.push_back(
+            {item.id, OneLine(item.label), depth, item.separator, isCommand && isOn, item.radio});
+        if (item.hasSubmenu)
+            Flatten(item.items, depth + 1, isOn, rows, marked);
+    }
+}
+
+void MenuFieldBox::Fill() {
+    QList<QStandardItem*> items;
+    items.reserve(static_cast<qsizetype>(fRows.size()));
+    for (const Row& row : fRows) {
+        auto* item = new QStandardItem(QString(row.depth * kIndent, u' ') + row.text);
+        item->setData(row.text, Qt::AccessibleTextRole);
+        if (row.separator)  // in the words by which Qt knows one
+            item->setData(QStringLiteral("separator"), Qt::AccessibleDescriptionRole);
+        item->setFlags(row.selectable ? Qt::ItemIsSelectable | Qt::ItemIsEnabled : Qt::NoItemFlags);
+        items.append(item);
+    }
+    auto* filled = new QStandardItemModel(0, 1, this);
+    filled->invisibleRootItem()->appendRows(items);
+    QAbstractItemModel* before = model();
+    setModel(filled);
+    delete before;
+}
+
+int32 MenuFieldBox::ItemAt(int row) const {
+    if (row < 0 || static_cast<size_t>(row) >= fRows.size())
+        return 0;
+    const Row& found = fRows[static_cast<size_t>(row)];
+    return found.selectable ? found.item : 0;
+}
+
+void MenuFieldBox::Chosen(int row) {
+    if (row >= 0 && static_cast<size_t>(row) < fRows.size() &&
+        fRows[static_cast<size_t>(row)].radio)
+        fMarked = row;
+    setCurrentIndex(fMarked);
+}
+
+void MenuFieldBox::initStyleOption(QStyleOptionComboBox* option) const {
+    QComboBox::initStyleOption(option);
+    // Its place among the others means nothing where it stands alone.
+    option->currentText = option->currentText.trimmed();
+}
+
+void MenuFieldBox::wheelEvent(QWheelEvent* event) {
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+}  // namespace BPrivate

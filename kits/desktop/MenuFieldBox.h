@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QComboBox>
+#include <vector>
+
+#include "kits/interface/Display.h"
+
+namespace BPrivate {
+
+/// The part of a menu field that shows the marked item and opens the menu. The items of submenus
+/// stand below the submenu's title, indented.
+class MenuFieldBox : public QComboBox {
+public:
+    explicit MenuFieldBox(QWidget* parent);
+
+    void SetMenu(const MenuFieldState& state);
+
+    /// Shows again what the kits have marked, after the user has chosen another item, unless that
+    /// item takes the mark by itself.
+    void Chosen(int row);
+    /// The item in that row; 0 when it cannot be chosen.
+    int32 ItemAt(int row) const;
+
+protected:
+    void initStyleOption(QStyleOptionComboBox* option) const override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    struct Row {
+        int32 item = 0;
+        QString text;
+        int depth = 0;
+        bool separator = false;
+        bool selectable = false;
+        bool radio = false;
+
+        bool operator==(const Row&) const = default;
+    };
+
+    static void Flatten(const std::vector<MenuItemState>& items, int depth, bool enabled,
+        std::vector<Row>& rows, int& marked);
+    void Fill();
+
+    std::vector<Row> fRows;
+    int fMarked = -1;
+};
+
+}  // namespace BPrivate

@@ -1,0 +1,69 @@
+#include "kits/desktop/MenuKeys.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <utility>
+
+namespace BPrivate {
+
+namespace {
+
+quint32 NumberOf(const QKeyEvent& event) {
+    return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
+}  // namespace
+
+MenuKeys::MenuKeys(QWidget& content, std::function<void(const QKeyEvent& event)> released)
+    : fContent(content), fReleased(std::move(released)) {
+    qApp->installEventFilter(this);
+}
+
+MenuKeys::~MenuKeys() = default;
+
+bool MenuKeys::eventFilter(QObject* receiver, QEvent* event) {
+    const QEvent::Type type = event->type();
+    const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
+    if (!isKey && type != QEvent::ShortcutOverride)
+        return false;
+    // An event passes here for its window first, and then for each widget it is offered to.
+    if (receiver->isWindowType() && isKey)
+        Follow(*static_cast<QKeyEvent*>(event));
+    if (!receiver->isWidgetType() || static_cast<QWidget*>(receiver)->window() != fContent.window())
+        return false;
+    if (type == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    return fIsMenus;
+}
+
+bool MenuKeys::HasMenuOpen() const {
+    for (const QWidget* open = QApplication::activePopupWidget(); open != nullptr;
+         open = open->parentWidget()) {
+        if (open == &fContent)
+            return true;
+    }
+    return false;
+}
+
+void MenuKeys::Follow(const QKeyEvent& event) {
+    const quint32 number = NumberOf(event);
+    const bool isOpen = HasMenuOpen();
+    if (event.type() == QEvent::KeyPress) {
+        if (isOpen)
+            fTaken.insert(number);
+        else if (!event.isAutoRepeat())
+            fTaken.erase(number);
+        fIsMenus = fTaken.contains(number);
+        return;
+    }
+    fIsMenus = fTaken.contains(number);
+    if (event.isAutoRepeat())
+        return;
+    fTaken.erase(number);
+    if (isOpen && !fIsMenus)
+        fReleased(event);
+}
+
+}  // namespace BPrivate

@@ -1,0 +1,147 @@
+// A window's states on the desktop: full-screen, minimised, maximised.
+
+#include <QWindow>
+#include <app/AppDefs.h>
+#include <app/Message.h>
+
+#include "kits/desktop/WindowWidget.h"
+
+namespace BPrivate {
+
+namespace {
+
+// A request is lost at times when others were made just before it.
+constexpr int kTries = 3;
+
+}  // namespace
+
+void WindowWidget::Cover(const QRect& screen) {
+    fCovered = screen;
+    fCovers = true;
+    ApplyLimits();
+    // The desktop takes the screen the window is on.
+    if (HasPositions() && fScreens.Table()->Holding(geometry()).frame != screen)
+        setGeometry(screen);
+    setWindowState(windowState() | Qt::WindowFullScreen);
+    fTriesLeft = kTries;
+    fSettling.start();
+}
+
+void WindowWidget::Uncover() {
+    // Until the time is over nothing is told of the frames the window goes through.
+    fTriesLeft = kTries;
+    fSettling.start();
+    setWindowState(windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized));
+    setGeometry(fFrame);
+    fCovers = false;
+    ApplyLimits();
+}
+
+void WindowWidget::FullScreenChanged() {
+    if (fSettling.isActive() || !fCovers || isFullScreen())
+        return;
+    // The window manager has ended it. The frame it gives the window instead is told when it has.
+    fCovers = false;
+    ApplyLimits();
+    fTriesLeft = 0;
+    fSettling.start();
+}
+
+bool WindowWidget::HasSettled() const {
+    if (isFullScreen() != fCovers)
+        return false;
+    if (fCovers)
+        return size() == fCovered.size();
+    return CurrentFrame() == fFrame;
+}
+
+void WindowWidget::Settle() {
+    if (!isVisible() || isMinimized())
+        return;
+    if (HasSettled()) {
+        PlaceContent();
+        FollowScreen();
+        return;
+    }
+    if (fTriesLeft > 0) {
+        fTriesLeft--;
+        fSettling.start();
+        if (fCovers && isFullScreen()) {
+            // Where there is no window manager nobody gives the window the size.
+            if (HasPositions())
+                setGeometry(fCovered);
+        } else if (fCovers) {
+            setWindowState(windowState() | Qt::WindowFullScreen);
+        } else {
+            setWindowState(windowState() & ~Qt::WindowFullScreen);
+            setGeometry(fFrame);
+        }
+        return;
+    }
+    // The desktop wants it otherwise.
+    if (fCovers && !isFullScreen()) {
+        fCovers = false;
+        ApplyLimits();
+    }
+    PlaceContent();
+    FollowScreen();
+    if (fCovers)
+        return;
+    TellMoved();
+    TellResized();
+}
+
+void WindowWidget::Minimize(bool minimize) {
+    fMinimized = minimize;
+    fTriedMinimize = false;
+    fReappeared.stop();
+    fMinimizing.start();
+    setWindowState(
+        minimize ? windowState() | Qt::WindowMinimized : windowState() & ~Qt::WindowMinimized);
+}
+
+void WindowWidget::TellMinimized() {
+    if (isMinimized() == fMinimized)
+        return;
+    // Minimised although the kits have just asked for the contrary: that request was too early
+    // for the window manager, which had not done the one before.
+    if (fMinimizing.isActive() && !fMinimized)
+        return;
+    fMinimized = isMinimized();
+    // What was not settled before is looked at again.
+    if (!fMinimized)
+        fSettling.start();
+    BMessage message(B_MINIMIZE);
+    message.AddBool("minimize", fMinimized);
+    Send(message);
+}
+
+void WindowWidget::SettleMinimized() {
+    if (isMinimized() && !fMinimized && !fTriedMinimize) {
+        fTriedMinimize = true;
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        fMinimizing.start();
+        return;
+    }
+    TellMinimized();
+}
+
+void WindowWidget::Restored() {
+    // A window that was minimised and restored before Qt looked counts as minimised for Qt, which
+    // would pass no more such requests on.
+    if (!isMinimized() || windowHandle() == nullptr || !windowHandle()->isExposed())
+        return;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    TellMinimized();
+}
+
+void WindowWidget::TellZoomed() {
+    fZooming.stop();
+    if (isMaximized() == fZoomed)
+        return;
+    fZoomed = isMaximized();
+    BMessage message(B_ZOOM);
+    Send(message);
+}
+
+}  // namespace BPrivate
