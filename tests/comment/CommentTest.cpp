@@ -228,14 +228,17 @@ TEST_F(Comment, AbsurdPreferencesDoNoHarm) {
         fComment.Resize(500);
         fComment.Draw();
         gPrefs.fCommentPadding = 5.0F;
-        gPrefs.fCommentFontSize = value;
-        fComment.SetFont();
-        gPrefs.fCommentFontSize = 12.0F;
-        fComment.SetFont();
         fComment.Resize(value);
         fComment.Draw();
         fComment.Resize(500);
         EXPECT_NE(fComment.Image(), nullptr) << value;
+    }
+    for (const float size : {-1e30F, 0.0F, nan, infinite}) {
+        gPrefs.fCommentFontSize = size;
+        fComment.SetFont();
+        gPrefs.fCommentFontSize = 12.0F;
+        fComment.SetFont();
+        EXPECT_EQ(fComment.Image()->Bounds(), BRect(0, 0, 34, 22)) << size;
     }
 }
 
