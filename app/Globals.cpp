@@ -2,9 +2,11 @@
 // in this order before main() and destroyed in the reverse order.
 
 #include "framework/AppPrivacy.h"
+#include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
 TAppPrivacy gAppPrivacy;
 TExitStates gExitStates;
 TPrefs gPrefs;
+TInterAppPrefs gIAPs;

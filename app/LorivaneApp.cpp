@@ -2,6 +2,7 @@
 
 #include "app/MessageCodes.h"
 #include "app/Version.h"
+#include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "window/LorivaneWindow.h"
 
@@ -14,6 +15,11 @@ TLorivaneApp::TLorivaneApp()
 
 void TLorivaneApp::MessageReceived(BMessage* message) {
     switch (message->what) {
+    case kMsgSharedItemChanged:
+        IAPChanged(message);
+        // The window reads the value from the store when this arrives.
+        (void)BMessenger(fMainWindow).SendMessage(message);
+        break;
     case kPrefDisplayOption:
     case kPrefEnableComment:
     case kPrefCommentFontFamily:
@@ -49,6 +55,11 @@ void TLorivaneApp::Quit() {
         fMainWindow->Hide();
     CloseWindow(&fMainWindow);
     BApplication::Quit();
+}
+
+void TLorivaneApp::IAPChanged(BMessage* message) {
+    // Fails for an item of another application's, and for a change without a value.
+    (void)gIAPs.SetValue(*message);
 }
 
 template <typename Window>

@@ -20,6 +20,7 @@ public:
     void Quit() override;
 
 private:
+    void IAPChanged(BMessage* message);
     /// Quits the window, if there is one, and forgets it.
     template <typename Window>
     static void CloseWindow(Window** slot);

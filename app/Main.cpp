@@ -1,16 +1,32 @@
 #include "app/LorivaneApp.h"
+#include "app/Usage.h"
+#include "app/Version.h"
 #include "framework/AppPrivacy.h"
+#include "iap/IAPItemAccKeyFormat.h"
+#include "iap/IAPItemFlatToolBar.h"
+#include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
+#include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
-int main(int /*argc*/, char** argv) {
+int main(int argc, char** argv) {
+    const std::string text = text_asked_for(std::vector<std::string>(argv, argv + argc));
+    if (!text.empty())
+        return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+
     gAppPrivacy.AnalyzeExePath(argv[0]);
 
     // What is missing or damaged keeps its defaults.
     (void)gExitStates.LoadFromFile();
     (void)gPrefs.LoadFromFile();
+
+    (void)gIAPs.SetAppSignatureRef(kAppSignature);
+    (void)gIAPs.AddItem(new TIAPItemAccKeyFormat);
+    (void)gIAPs.AddItem(new TIAPItemFlatToolBar);
 
     auto app = std::make_unique<TLorivaneApp>();
     app->Run();

@@ -7,6 +7,8 @@
 #error "LORIVANE_VERSION must be given by the build"
 #endif
 
+constexpr char kAppVersionNumber[] = LORIVANE_VERSION;
+
 /// What the user and the settings files see, for example "Ver0.1.0".
 constexpr char gAppVer[] = "Ver" LORIVANE_VERSION;
 

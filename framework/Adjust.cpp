@@ -3,6 +3,7 @@
 #include <cmath>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/MenuField.h>
 #include <interface/RadioButton.h>
 #include <interface/StringView.h>
 #include <interface/TextControl.h>
@@ -45,4 +46,8 @@ void adjust_strview_width(BStringView* view) {
 
 void adjust_txtctrl_divider(BTextControl* control) {
     adjust_divider(control);
+}
+
+void adjust_mfield_divider(BMenuField* field) {
+    adjust_divider(field);
 }

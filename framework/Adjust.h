@@ -5,6 +5,7 @@
 
 class BButton;
 class BCheckBox;
+class BMenuField;
 class BRadioButton;
 class BStringView;
 class BTextControl;
@@ -15,5 +16,6 @@ void adjust_cbox_width(BCheckBox* box);
 void adjust_rbutton_width(BRadioButton* button);
 void adjust_strview_width(BStringView* view);
 
-/// The text field starts where the label ends and a little space has followed it.
+// The field starts where the label ends and a little space has followed it.
 void adjust_txtctrl_divider(BTextControl* control);
+void adjust_mfield_divider(BMenuField* field);

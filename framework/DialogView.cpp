@@ -7,6 +7,7 @@
 #include <interface/CheckBox.h>
 #include <interface/Control.h>
 #include <interface/InterfaceDefs.h>
+#include <interface/MenuField.h>
 #include <interface/RadioButton.h>
 #include <interface/Window.h>
 
@@ -42,6 +43,7 @@ bool apply_to(BView* view, int32 rawChar, bool* taken) {
 constexpr TShortCutRule kShortCutRules[] = {
     apply_to<BButton, [](BButton* button) { click_button(button); }>,
     apply_to<BCheckBox, [](BCheckBox* box) { set_and_invoke(box, box->Value() == 0); }>,
+    apply_to<BMenuField, [](BMenuField* field) { field->MakeFocus(true); }>,
     apply_to<BRadioButton, [](BRadioButton* button) { set_and_invoke(button, 1); }>,
     apply_to<BControl, [](BControl* control) { control->MakeFocus(true); }>,
 };

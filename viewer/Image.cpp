@@ -6,6 +6,14 @@
 
 #include "settings/Prefs.h"
 #include "viewer/Geometry.h"
+#include "viewer/Transparency.h"
+
+namespace {
+
+/// Knows no transparency: it is not worth looking for in the millions of pixels of a photograph.
+constexpr uint32 kJpegFormat = 'JPEG';
+
+}  // namespace
 
 TImage::TImage(
     const std::string& fileName, BTranslatorRoster* roster, const translator_info& info) {
@@ -19,6 +27,7 @@ TImage::TImage(
     fDecoded.reset(decoded);
     if (fInitStatus != B_OK)
         return;
+    fHasAlpha = info.type != kJpegFormat && has_transparency(*fDecoded);
     fFileName = fileName;
     fKind = info.name;
 }
@@ -29,8 +38,11 @@ void TImage::Resize(float width, float height) {
     Extent current = fScaled ? Extent(fScaled->Bounds()) : Extent(-1, -1);
     Extent natural(fDecoded->Bounds());
     Extent target = target_extent(gPrefs.fDisplayOption, natural, {width, height});
-    if (target == current)
+    if (target == current) {
+        if (IsBackgroundOutdated())
+            Draw();
         return;
+    }
     if (!ResizeImageParts(target.width, target.height)) {
         if (fScaled)
             return;
@@ -42,9 +54,20 @@ void TImage::Resize(float width, float height) {
 
 void TImage::Draw() {
     fScaled->Lock();
+    if (fHasAlpha) {
+        fBackground = gPrefs.fColors[kColorBackground];
+        fView->SetHighColor(fBackground.red, fBackground.green, fBackground.blue);
+        fView->SetDrawingMode(B_OP_COPY);
+        fView->FillRect(fView->Bounds());
+        fView->SetDrawingMode(B_OP_ALPHA);
+    }
     fView->DrawBitmap(fDecoded.get(), fView->Bounds());
     fView->Sync();
     fScaled->Unlock();
+}
+
+bool TImage::IsBackgroundOutdated() const {
+    return fHasAlpha && fBackground != gPrefs.fColors[kColorBackground];
 }
 
 bool TImage::IsBeside(const std::string& path, int32 delta) const {

@@ -6,7 +6,8 @@
 #include <string>
 #include <translation/TranslatorRoster.h>
 
-/// One image file in memory: as it was decoded, and a copy scaled for the window.
+/// One image file in memory: as it was decoded, and a copy scaled for the window, in which the
+/// background colour of the preferences shows through what is transparent.
 ///
 /// Built by one thread, a loader's or the window's, and from then on used by the window's alone.
 class TImage {
@@ -25,7 +26,8 @@ public:
     status_t InitCheck() const { return fInitStatus; }
 
     /// Scales the image for an area of these extents (right minus left, bottom minus top) by the
-    /// display option in force. Does nothing when it has the size already. Without the memory for
+    /// display option in force. Does nothing when it has the size already, and the background
+    /// colour in force where that shows through. Without the memory for
     /// the size asked for, the image is shown as large as it was or else as it was decoded.
     void Resize(float width, float height);
     /// Renders the decoded image into the scaled one again, at the size it has.
@@ -55,6 +57,7 @@ public:
 
 private:
     bool ResizeImageParts(float width, float height);
+    bool IsBackgroundOutdated() const;
 
     uint32 fIndex = kNoIndex;
     status_t fInitStatus;
@@ -63,6 +66,8 @@ private:
     std::string fNextImageFileName;
     std::string fPrevImageFileName;
     std::unique_ptr<BBitmap> fDecoded;
+    bool fHasAlpha = false;
     std::unique_ptr<BBitmap> fScaled;
+    rgb_color fBackground;   // that the scaled image was drawn on
     BView* fView = nullptr;  // draws into the scaled image and belongs to it
 };

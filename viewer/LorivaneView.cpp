@@ -9,6 +9,7 @@
 #include <interface/Window.h>
 
 #include "app/MessageCodes.h"
+#include "framework/LanguageChangedFilter.h"
 
 TLorivaneView::TLorivaneView(BRect frame)
     : TBasicView(frame, "LorivaneView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS) {
@@ -37,6 +38,8 @@ TLorivaneView::~TLorivaneView() {
 }
 
 void TLorivaneView::AttachedToWindow() {
+    TBasicView::AttachedToWindow();
+    Window()->AddCommonFilter(new TLanguageChangedFilter(BMessenger(this)));
     SetWinTitle("");
     MakeFocus();
 }
@@ -58,6 +61,8 @@ void TLorivaneView::MessageReceived(BMessage* message) {
     case kMsgNextImage: SetNextImage(); break;
     case kMsgLastImage: SetLastImage(); break;
     case kMsgChooseDisplayOption: MItemDisplayOptionClicked(message); break;
+    case kMsgToggleComment: MItemEnableCommentClicked(); break;
+    case kMsgToggleFullScreen: MItemFullScreenClicked(); break;
     case kPrefColors: PrefColChanged(); break;
     case kPrefDisplayOption: PrefDisplayOptionChanged(); break;
     case kPrefEnablePreload: PrefEnablePreloadChanged(); break;

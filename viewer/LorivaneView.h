@@ -117,8 +117,25 @@ public:
     void SetWinTitle(const std::string& path);
     void PrefDisplayOptionChanged();
     void MItemDisplayOptionClicked(BMessage* message);
+    /// Turns the comments on or off. The notice comes back by way of the application.
+    void MItemEnableCommentClicked();
+
+    // Full screen: the image area alone covers the screen that the window is on.
+
+    void SetFullScreen(bool on);
+    bool IsFullScreen() const { return fFullScreen; }
+    /// Where the window goes when it leaves full screen; its frame while it is not in it.
+    BRect NormalWindowFrame() const;
+    void SetNormalWindowFrame(BRect frame) { fNormalFrame = frame; }
+    /// Places the window so that the image area lies on the screen, the menu bar above and the
+    /// status bar below it.
+    void CoverScreen(BRect screen);
+    void LeaveFullScreen() { SetFullScreen(false); }
+    void MItemFullScreenClicked();
 
 protected:
+    /// The time of a key or a turn of the wheel.
+    virtual bigtime_t ScrollTime() const;
     /// Whether any loader has not reported yet.
     bool IsLoading() const { return !fLoadThreads.empty(); }
 
@@ -155,6 +172,7 @@ private:
 
     void ScaleToView(TImage* image);
     void FitWindow(TImage* image);
+    void NoticeEndOfFullScreen();
 
     // The bars, the corner and the status bar are children and belong to the view.
     TScrollBar* fScrollBarH;
@@ -177,4 +195,8 @@ private:
 
     TScrollTiming fScrollTiming;
     bool fScrolled = false;  // since the current image was shown
+
+    bool fFullScreen = false;
+    BRect fNormalFrame;      // of the window, from before full screen
+    BRect fFullScreenFrame;  // of the window, as it was made to cover the screen
 };

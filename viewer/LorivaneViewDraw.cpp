@@ -42,6 +42,7 @@ void TLorivaneView::DrawImage(BView* target) {
 }
 
 void TLorivaneView::FrameResized(float width, float height) {
+    NoticeEndOfFullScreen();
     if (!fCurrentImage)
         return;
     fCurrentImage->Resize(width, height - BarsHeight(false));

@@ -28,7 +28,12 @@ void TLorivaneView::ScaleToView(TImage* image) {
 
 void TLorivaneView::ResizeWindow(TImage* image) {
     switch (gPrefs.fDisplayOption) {
-    case kFitWindowToImage: FitWindow(image); break;
+    case kFitWindowToImage:
+        if (fFullScreen)
+            ShowScrollBars(image->Image()->Bounds(), Window()->Bounds());
+        else
+            FitWindow(image);
+        break;
     case kDontFitAnything:
     case kScaleImageToWindowWidth:
     case kScaleImageToWindowHeight: break;
@@ -76,6 +81,12 @@ void TLorivaneView::PrefDisplayOptionChanged() {
     ResetScrollBarPosition();
     fStatusView->SetScale(image);
     Invalidate();
+}
+
+void TLorivaneView::MItemEnableCommentClicked() {
+    gPrefs.fEnableComment = !gPrefs.fEnableComment;
+    (void)gPrefs.SaveToFile();
+    (void)be_app_messenger.SendMessage(kPrefEnableComment);
 }
 
 void TLorivaneView::MItemDisplayOptionClicked(BMessage* message) {

@@ -1,5 +1,6 @@
 // The keys of the view.
 
+#include <algorithm>
 #include <app/AppDefs.h>
 #include <app/Application.h>
 #include <app/Message.h>
@@ -17,21 +18,43 @@ using Action = void (TLorivaneView::*)();
 struct KeyActions {
     int32 key;
     Action plain;
-    Action withCommand;
+    Action withCommand = nullptr;
+    Action withControl = nullptr;
 };
 
 constexpr KeyActions kKeys[] = {
-    {B_HOME, &TLorivaneView::SetFirstImage, nullptr},
-    {B_END, &TLorivaneView::SetLastImage, nullptr},
-    {B_BACKSPACE, &TLorivaneView::SetPrevImage, nullptr},
-    {B_SPACE, &TLorivaneView::SetNextImage, nullptr},
+    {B_HOME, &TLorivaneView::SetFirstImage},
+    {B_END, &TLorivaneView::SetLastImage},
+    {B_BACKSPACE, &TLorivaneView::SetPrevImage},
+    {B_SPACE, &TLorivaneView::SetNextImage},
     {B_PAGE_UP, &TLorivaneView::ScrollUp, &TLorivaneView::SetPrevImage},
     {B_UP_ARROW, &TLorivaneView::ScrollUp, &TLorivaneView::SetPrevImage},
     {B_PAGE_DOWN, &TLorivaneView::ScrollDown, &TLorivaneView::SetNextImage},
     {B_DOWN_ARROW, &TLorivaneView::ScrollDown, &TLorivaneView::SetNextImage},
     {B_LEFT_ARROW, &TLorivaneView::ScrollLeft, &TLorivaneView::SetPrevImage},
     {B_RIGHT_ARROW, &TLorivaneView::ScrollRight, &TLorivaneView::SetNextImage},
+    {B_ENTER, &TLorivaneView::MItemFullScreenClicked, nullptr,
+        &TLorivaneView::MItemFullScreenClicked},
+    {B_ESCAPE, &TLorivaneView::LeaveFullScreen},
 };
+constexpr KeyActions kF5{B_FUNCTION_KEY, &TLorivaneView::MItemFullScreenClicked};
+
+const KeyActions* find_actions(const BMessage& keyDown, int32 key) {
+    int32 number = 0;
+    if (key == B_FUNCTION_KEY)
+        return keyDown.FindInt32("key", &number) == B_OK && number == B_F5_KEY ? &kF5 : nullptr;
+    const auto* found = std::ranges::find(kKeys, key, &KeyActions::key);
+    return found != std::end(kKeys) ? found : nullptr;
+}
+
+Action action_with(const KeyActions& actions, uint32 held) {
+    switch (held) {
+    case 0: return actions.plain;
+    case B_COMMAND_KEY: return actions.withCommand;
+    case B_CONTROL_KEY: return actions.withControl;
+    default: return nullptr;
+    }
+}
 
 }  // namespace
 
@@ -42,14 +65,8 @@ void TLorivaneView::KeyDown(const char* bytes, int32 numBytes) {
         TBasicView::KeyDown(bytes, numBytes);
         return;
     }
-    uint32 held = modifiers() & kModifiers;
-    for (const KeyActions& actions : kKeys) {
-        if (actions.key != key)
-            continue;
-        Action action = held == 0   ? actions.plain
-            : held == B_COMMAND_KEY ? actions.withCommand
-                                    : nullptr;
-        if (action != nullptr)
+    if (const KeyActions* actions = find_actions(*message, key)) {
+        if (Action action = action_with(*actions, modifiers() & kModifiers))
             (this->*action)();
         return;
     }

@@ -11,6 +11,10 @@
 #include "viewer/DisplayOption.h"
 #include "viewer/LorivaneView.h"
 
+bigtime_t TLorivaneView::ScrollTime() const {
+    return system_time();
+}
+
 void TLorivaneView::ScrollUp() {
     ScrollBack(fScrollBarV);
 }
@@ -29,7 +33,7 @@ void TLorivaneView::ScrollRight() {
 
 // At the edge a held key goes on through images that were not scrolled, but stops at one that was.
 void TLorivaneView::ScrollBack(BScrollBar* bar) {
-    bool isNewPress = fScrollTiming.IsNewPress(system_time());
+    bool isNewPress = fScrollTiming.IsNewPress(ScrollTime());
     if (bar->IsHidden(this) || (IsScrollBarMin(bar) && (isNewPress || !fScrolled)))
         SetPrevImage();
     else if (!IsScrollBarMin(bar))
@@ -38,7 +42,7 @@ void TLorivaneView::ScrollBack(BScrollBar* bar) {
 
 // At the edge a held key stops, so that it does not run past the end of the image being read.
 void TLorivaneView::ScrollForward(BScrollBar* bar) {
-    bool isNewPress = fScrollTiming.IsNewPress(system_time());
+    bool isNewPress = fScrollTiming.IsNewPress(ScrollTime());
     if (bar->IsHidden(this) || (IsScrollBarMax(bar) && isNewPress))
         SetNextImage();
     else

@@ -12,10 +12,26 @@
 namespace {
 
 constexpr float kFieldHeight = 14;
-constexpr float kFontSize = 10;  // the desktop's own would cut "100% x 100%" short
+// The desktop's own size would cut "100% x 100%" short. What is longer is set smaller, and what
+// does not fit then ends in an ellipsis.
+constexpr float kFontSize = 10;
+constexpr float kSmallestFontSize = 8;
 constexpr float kFieldGap = 2;
 constexpr BRect kSeparatorFrame(0, 0, 1, 18);
 constexpr float kSeparatorTop = -2;
+
+void show_text(BStringView* field, const std::string& text) {
+    BFont font;
+    field->GetFont(&font);
+    float size = kFontSize;
+    for (; size > kSmallestFontSize; --size) {
+        font.SetSize(size);
+        if (font.StringWidth(text.c_str()) <= field->Bounds().Width() + 1)
+            break;
+    }
+    field->SetFontSize(size);
+    field->SetText(text.c_str());
+}
 
 }  // namespace
 
@@ -51,28 +67,26 @@ TStatusView::TStatusView(BRect frame)
 }
 
 void TStatusView::SetImageInfo(uint32 index, uint32 count, TImage* image) {
-    fIndexView->SetText(position_text(index, count).c_str());
-    fKindView->SetText(image->Kind().c_str());
-    fSizeView->SetText(size_text(image->OrgImage()->Bounds()).c_str());
+    show_text(fIndexView, position_text(index, count));
+    show_text(fKindView, image->Kind());
+    show_text(fSizeView, size_text(image->OrgImage()->Bounds()));
     SetScale(image);
 }
 
 void TStatusView::SetScale(TImage* image) {
-    std::string text =
-        scale_text(image->Image()->Bounds(), image->OrgImage()->Bounds(), gPrefs.fDisplayOption);
-    fScaleView->SetText(text.c_str());
+    show_text(fScaleView,
+        scale_text(image->Image()->Bounds(), image->OrgImage()->Bounds(), gPrefs.fDisplayOption));
 }
 
 void TStatusView::Clear() {
     for (BStringView* field : {fIndexView, fKindView, fSizeView, fScaleView})
-        field->SetText("");
+        show_text(field, "");
 }
 
 // A text field at `left`, which moves on to where the next one starts.
 BStringView* TStatusView::AddField(const char* name, float* left, float width) {
     BRect frame(*left, 0, *left + width, kFieldHeight);
     auto* field = new BStringView(frame, name, "", B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
-    field->SetFontSize(kFontSize);
     AddChild(field);
 
     BRect line = kSeparatorFrame.OffsetToCopy(frame.right + kFieldGap, kSeparatorTop);

@@ -12,14 +12,28 @@ namespace BPrivate {
 namespace {
 
 /// A line of text that ends in an ellipsis where a label's would be cut off. Where there is too
-/// little height for the font's box, its accents give way first, and then its size.
+/// little height for the font's box, its accents give way first, and then its size. What is cut off
+/// is told by the tool tip.
 class ElidedLabel : public QLabel {
 public:
     explicit ElidedLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
 
+    void UpdateToolTip() {
+        const QFontMetrics metrics(FittingFont(Seen().height()));
+        const bool isCut = metrics.elidedText(text(), Qt::ElideRight, width()) != text();
+        // Tags, lest the text's own be taken for some.
+        setToolTip(
+            isCut ? QStringLiteral("<span>%1</span>").arg(text().toHtmlEscaped()) : QString());
+    }
+
 protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        UpdateToolTip();
+    }
+
     void paintEvent(QPaintEvent*) override {
-        const QRect seen = mask().isEmpty() ? rect() : mask().boundingRect();
+        const QRect seen = Seen();
         const QFont fitting = FittingFont(seen.height());
         const QFontMetrics metrics(fitting);
         const QString shown = metrics.elidedText(text(), Qt::ElideRight, width());
@@ -37,6 +51,8 @@ protected:
     }
 
 private:
+    QRect Seen() const { return mask().isEmpty() ? rect() : mask().boundingRect(); }
+
     /// Where the baseline is from the top: in the middle, but with the descenders inside.
     static int Baseline(const QFontMetrics& metrics, int height) {
         const int middle = (height - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
@@ -74,6 +90,7 @@ public:
         fLabel.setText(text);
         // The name says which text this is; what it says now is its description.
         fLabel.setAccessibleDescription(text);
+        fLabel.UpdateToolTip();
     }
 
 private:

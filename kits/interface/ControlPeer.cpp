@@ -40,6 +40,11 @@ void ControlPeer::StateChanged() {
         screen->SetControl(fId, State(), ++fSerial);
 }
 
+void ControlPeer::StateChangesOften() {
+    if (fId != 0)
+        fView->Window()->fData->HandDownSoon(fId);
+}
+
 void ControlPeer::PlaceChanged() {
     DisplayWindow* screen = Screen();
     if (fId == 0 || screen == nullptr)

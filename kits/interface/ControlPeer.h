@@ -7,6 +7,9 @@
 
 namespace BPrivate {
 
+/// To a window by itself: controls have changed outside of any message.
+constexpr uint32 kControlsChanged = '_CCS';
+
 /// What ties a view that the desktop shows by a control of its own to that control.
 ///
 /// A control class derives from this (a small class in its source file that knows its view) and
@@ -37,6 +40,9 @@ public:
     /// Hands State() down. Nothing happens while the view is not attached; attaching does it.
     /// Events of the user's that crossed this change on their way are dropped from then on.
     void StateChanged();
+    /// The same, but once for all the changes of the message that is being handled; for a window
+    /// that was never shown, when it is.
+    void StateChangesOften();
     /// Hands the place down where it differs from the last one.
     void PlaceChanged();
 

@@ -14,10 +14,16 @@ void BView::MouseMoved(BPoint, uint32, const BMessage*) {}
 
 void BView::KeyDown(const char* bytes, int32 numBytes) {
     BWindow* window = Window();
-    if (window == nullptr || numBytes < 1 || bytes[0] != B_TAB)
+    if (window == nullptr || numBytes < 1)
         return;
-    // A control on the screen has moved the focus by itself.
     const BMessage* message = window->CurrentMessage();
+    if (bytes[0] != B_TAB) {
+        // A view that only watches the keys does not know whether the one they are for took this.
+        if (message != nullptr && message->what == B_KEY_DOWN && IsFocus())
+            window->fData->OpenMenuBy(*message);
+        return;
+    }
+    // A control on the screen has moved the focus by itself.
     if (message != nullptr && message->HasInt32("control"))
         return;
     int32 held = 0;

@@ -114,6 +114,7 @@ void BWindow::Show() {
     if (!Lock())
         return;
     if (fData->hideLevel > 0 && --fData->hideLevel == 0) {
+        fData->HandDownChanges();
         fData->surface.SetShown(true);
         fData->surface.Update();
         fData->Screen()->Show();
@@ -259,10 +260,12 @@ void BWindow::UpdateIfNeeded() {
 }
 
 void BWindow::Flush() const {
+    fData->HandDownChanges();
     fData->surface.Flush();
 }
 
 void BWindow::Sync() const {
+    fData->HandDownChanges();
     fData->surface.Flush();
 }
 

@@ -1,24 +1,16 @@
 #include "kits/interface/WindowData.h"
 
 #include <algorithm>
-#include <app/Application.h>
 #include <app/Message.h>
-#include <cctype>
 #include <interface/Button.h>
+#include <interface/MenuBar.h>
+#include <utility>
 
 #include "kits/interface/ControlPeer.h"
 
 namespace BPrivate {
 
 namespace {
-
-/// The modifiers that tell shortcuts apart.
-constexpr uint32 kShortcutModifiers =
-    B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY | B_MENU_KEY;
-
-uint32 ShortcutKey(uint32 key) {
-    return key < 128 ? static_cast<uint32>(std::tolower(static_cast<int>(key))) : key;
-}
 
 void CollectNavigable(BView& view, std::vector<BView*>& found) {
     for (int32 i = 0; i < view.CountChildren(); i++) {
@@ -103,10 +95,13 @@ void WindowData::ViewLeaves(const BView& view) {
         focus = nullptr;
         window.SetPreferredHandler(nullptr);
     }
-    // Compared as views: a button in the middle of its destruction is nothing more.
+    // Compared as views: one in the middle of its destruction is nothing more.
     const BView* button = defaultButton;
     if (button != nullptr && button->_IsIn(view))
         defaultButton = nullptr;
+    const BView* bar = keyMenuBar;
+    if (bar != nullptr && bar->_IsIn(view))
+        keyMenuBar = nullptr;
 }
 
 void WindowData::AddPeer(ControlPeer& peer, ControlId id) {
@@ -122,33 +117,33 @@ ControlPeer* WindowData::PeerOf(ControlId id) const {
     return place != fPeers.end() ? place->second : nullptr;
 }
 
-std::vector<WindowData::Shortcut>::iterator WindowData::FindShortcut(uint32 key, uint32 held) {
-    const uint32 wanted = (held | B_COMMAND_KEY) & kShortcutModifiers;
-    return std::find_if(shortcuts.begin(), shortcuts.end(), [&](const Shortcut& shortcut) {
-        return shortcut.key == ShortcutKey(key) && shortcut.modifiers == wanted;
-    });
+void WindowData::HandDownSoon(ControlId id) {
+    if (std::ranges::find(fChanged, id) != fChanged.end())
+        return;
+    fChanged.push_back(id);
+    // What another thread does under the lock is the end of no message.
+    if (window.Thread() != 0 && window.CurrentMessage() == nullptr)
+        (void)window.PostMessage(kControlsChanged);
 }
 
-void WindowData::AddShortcut(
-    uint32 key, uint32 held, std::unique_ptr<BMessage> message, const BMessenger& target) {
-    shortcuts.push_back({ShortcutKey(key), (held | B_COMMAND_KEY) & kShortcutModifiers,
-        std::move(message), target});
+void WindowData::FrameChanged() {
+    frameSerial++;
+    fFrameChanged = true;
+    if (window.CurrentMessage() == nullptr)
+        HandDownFrame();
 }
 
-bool WindowData::InvokeShortcut(const BMessage& keyDown) {
-    int32 key = 0;
-    int32 held = 0;
-    if (keyDown.FindInt32("raw_char", &key) != B_OK ||
-        keyDown.FindInt32("modifiers", &held) != B_OK ||
-        (static_cast<uint32>(held) & B_COMMAND_KEY) == 0)
-        return false;
-    const auto shortcut = FindShortcut(static_cast<uint32>(key), static_cast<uint32>(held));
-    if (shortcut == shortcuts.end())
-        return false;
-    BMessage message(*shortcut->message);
-    (void)message.AddInt64("when", system_time());
-    (void)shortcut->target.SendMessage(&message);
-    return true;
+void WindowData::HandDownFrame() {
+    if (std::exchange(fFrameChanged, false) && fScreen)
+        fScreen->SetFrame(frame, frameSerial);
+}
+
+void WindowData::HandDownChanges() {
+    HandDownFrame();
+    for (const ControlId id : std::exchange(fChanged, {})) {
+        if (ControlPeer* peer = PeerOf(id); peer != nullptr)
+            peer->StateChanged();
+    }
 }
 
 }  // namespace BPrivate

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kits/interface/Display.h"
+#include "kits/interface/KeyStroke.h"
 #include "kits/interface/WindowInput.h"
 #include "kits/interface/WindowSurface.h"
 
@@ -42,17 +43,29 @@ public:
     void RemovePeer(ControlId id);
     ControlPeer* PeerOf(ControlId id) const;
 
+    /// Hands the control's state down when the message that is being handled is done.
+    void HandDownSoon(ControlId id);
+    /// The frame is another one. Within a message it is handed down when that is done: to move and
+    /// to resize a window is one change on the screen.
+    void FrameChanged();
+    void HandDownChanges();
+
     struct Shortcut {
-        uint32 key = 0;
-        uint32 modifiers = 0;
+        KeyStroke stroke;
         std::unique_ptr<BMessage> message;
         BMessenger target;
     };
     void AddShortcut(
         uint32 key, uint32 modifiers, std::unique_ptr<BMessage> message, const BMessenger& target);
-    /// Posts the message of the shortcut that a B_KEY_DOWN is; false when it is none.
+    /// Invokes the menu item, or posts the message, of the shortcut that a B_KEY_DOWN is; false
+    /// when it is none.
     bool InvokeShortcut(const BMessage& keyDown);
     std::vector<Shortcut>::iterator FindShortcut(uint32 key, uint32 modifiers);
+
+    /// A B_KEY_DOWN that nothing knew opens a menu of the key menu bar if it is meant to.
+    void OpenMenuBy(const BMessage& keyDown);
+    /// The screen opened the first menu, or closed the last one.
+    void MenusAre(bool open);
 
     BWindow& window;
     WindowSpec spec;
@@ -78,8 +91,13 @@ public:
     WindowSurface surface;
 
 private:
+    void HandDownFrame();
+
     std::unique_ptr<DisplayWindow> fScreen;
     std::map<ControlId, ControlPeer*> fPeers;
+    std::vector<ControlId> fChanged;  // their states are to be handed down
+    bool fMenusOpen = false;
+    bool fFrameChanged = false;
 };
 
 }  // namespace BPrivate

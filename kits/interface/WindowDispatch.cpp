@@ -4,6 +4,8 @@
 #include <interface/View.h>
 #include <interface/Window.h>
 
+#include "kits/app/MessageAccess.h"
+#include "kits/app/MessengerAccess.h"
 #include "kits/interface/ControlPeer.h"
 #include "kits/interface/WindowData.h"
 
@@ -31,9 +33,39 @@ bool IsOvertaken(BMessageQueue& queue, const BMessage& report) {
     return overtaken;
 }
 
+/// Whether the next key event that waits is a later repeat of this one. A window that is slower
+/// than the keyboard would go on long after a held key was released.
+bool IsRepeatedAgain(BMessageQueue& queue, const BMessage& keyDown) {
+    if (keyDown.what != B_KEY_DOWN || !keyDown.HasInt32("be:key_repeat"))
+        return false;
+    queue.Lock();
+    bool again = false;
+    const BMessage* later = nullptr;
+    for (int32 i = 0; (later = queue.FindMessage(i)) != nullptr; i++) {
+        const bool press = later->what == B_KEY_DOWN || later->what == B_UNMAPPED_KEY_DOWN;
+        if (!press && later->what != B_KEY_UP && later->what != B_UNMAPPED_KEY_UP)
+            continue;
+        again = later->what == B_KEY_DOWN && later->HasInt32("be:key_repeat") &&
+            later->GetInt32("key", 0) == keyDown.GetInt32("key", 0);
+        break;
+    }
+    queue.Unlock();
+    return again;
+}
+
+bool IsForPreferredHandler(const BMessage& message) {
+    return BPrivate::MessengerAccess::HandlerToken(BPrivate::MessageAccess::Target(message)) == 0;
+}
+
 }  // namespace
 
 BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
+    // A menu item's, for example. The view that has the focus is not meant.
+    if (message->what == B_QUIT_REQUESTED && IsForPreferredHandler(*message))
+        return this;
+    // Before any filter sees it.
+    if (target == this && IsRepeatedAgain(*MessageQueue(), *message))
+        return nullptr;
     return target == this ? fData->input.Target(*message) : target;
 }
 
@@ -86,6 +118,13 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
         Minimize(fData->minimized);
         break;
     case B_ZOOM: Zoom(Frame().LeftTop(), Frame().Width(), Frame().Height()); break;
+    case BPrivate::kScreenChanged: {
+        fData->surface.FollowScreen();
+        BRect frame;
+        if (message->FindRect("frame", &frame) == B_OK)
+            ScreenChanged(frame, B_RGB32);
+        break;
+    }
     case BPrivate::kControlFocused: {
         int32 id = 0;
         (void)message->FindInt32("control", &id);
@@ -96,10 +135,13 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
         int32 id = 0;
         (void)message->FindInt32("control", &id);
         ControlPeer* peer = fData->PeerOf(id);
-        if (peer != nullptr && peer->_IsFresh(*message))
+        // A menu's item is what the user chose, whatever became of the others since.
+        if (peer != nullptr && (message->HasInt32("item") || peer->_IsFresh(*message)))
             peer->UserChanged(*message);
         break;
     }
+    case BPrivate::kMenusOpen: fData->MenusAre(FlagOf(*message, "open")); break;
+    case BPrivate::kControlsChanged: break;  // handed down when this is done
     case B_MOUSE_DOWN:
     case B_MOUSE_MOVED:
     case B_MOUSE_UP:
@@ -111,10 +153,13 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
 }
 
 void BWindow::MessageDispatched() {
+    fData->HandDownChanges();
     fData->surface.Flush();
 }
 
 void BWindow::MessageReceived(BMessage* message) {
+    if (message->what == B_KEY_DOWN)
+        fData->OpenMenuBy(*message);
     BLooper::MessageReceived(message);
 }
 

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/MenuField.h>
+#include <interface/PopUpMenu.h>
 #include <interface/RadioButton.h>
 #include <interface/StringView.h>
 #include <interface/TextControl.h>
@@ -50,6 +52,22 @@ TEST(Adjust, PutsTheTextFieldAfterTheLabel) {
     control.SetLabel("");
     adjust_txtctrl_divider(&control);
     EXPECT_EQ(control.Divider(), 0);
+}
+
+TEST(Adjust, PutsTheMenuAfterTheLabel) {
+    BMenuField field(kFrame, "MFieldA", "Format: ", new BPopUpMenu("Select..."));
+    adjust_mfield_divider(&field);
+    const float shorter = field.Divider();
+    EXPECT_GE(shorter, field.StringWidth("Format: "));
+    EXPECT_EQ(shorter, std::ceil(shorter));
+
+    field.SetLabel("Accelerator Format(A): ");
+    adjust_mfield_divider(&field);
+    EXPECT_GT(field.Divider(), shorter);
+
+    field.SetLabel("");
+    adjust_mfield_divider(&field);
+    EXPECT_EQ(field.Divider(), 0);
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include <interface/Box.h>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/MenuField.h>
+#include <interface/PopUpMenu.h>
 #include <interface/RadioButton.h>
 #include <interface/TextControl.h>
 
@@ -149,6 +151,21 @@ TEST_F(DialogTest, AnyOtherControlIsFocusedByItsKey) {
     Press('m', B_CONTROL_KEY);
     EXPECT_EQ(Logged(), Entries{});
     EXPECT_TRUE(with_lock(fWindow, [&] { return fMargin->IsFocus(); }));
+}
+
+TEST_F(DialogTest, AMenuFieldIsFocusedByItsKey) {
+    BMenuField* field = nullptr;
+    with_lock(fWindow, [&] {
+        field = new BMenuField(kFrame, "MFieldFormat", "Format(F): ", new BPopUpMenu("Select..."));
+        fView->AddChild(field);
+        fMargin->MakeFocus(true);
+    });
+    Press('f', B_CONTROL_KEY);
+    EXPECT_EQ(Logged(), Entries{});
+    with_lock(fWindow, [&] {
+        EXPECT_TRUE(field->IsFocus());
+        EXPECT_EQ(fView->ApplyShortCut(fView, 'f', 0), 0);
+    });
 }
 
 TEST_F(DialogTest, AKeyWithoutControlBelongsToTheFocusedView) {

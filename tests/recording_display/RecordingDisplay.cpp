@@ -185,12 +185,13 @@ std::vector<int32> RecordingDisplay::LineEnds(
 void RecordingDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin,
     rgb_color color, const FontSpec& font, const std::string& utf8) {
     BPoint at = origin;
+    const float size = font.size * buffer.ratio;
     ForEachCharacter(utf8, [&](bool blank) {
         const auto left = static_cast<int32>(std::floor(at.x));
         const auto bottom = static_cast<int32>(std::floor(at.y));
-        const auto right = left + static_cast<int32>(font.size / 2) - 2;
-        const auto top = bottom - static_cast<int32>(font.size * 3 / 4);
-        at.x += font.size / 2;
+        const auto right = left + static_cast<int32>(size / 2) - 2;
+        const auto top = bottom - static_cast<int32>(size * 3 / 4);
+        at.x += size / 2;
         for (int32 y = top; y < bottom && !blank; y++) {
             for (int32 x = left; x <= right; x++) {
                 const bool inside = x >= 0 && y >= 0 && x < buffer.width && y < buffer.height &&
@@ -208,9 +209,23 @@ void RecordingDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint or
 }
 
 BPoint RecordingDisplay::PreferredSize(const ControlState& state) {
+    const auto widthOf = [this](const std::string& text) {
+        return StringWidth(FontSpec(), text) + 19;
+    };
+    if (const auto* bar = std::get_if<BPrivate::MenuBarState>(&state)) {
+        float width = 0;
+        for (const auto& item : bar->items)
+            width += widthOf(item.label);
+        return {width, 22};
+    }
+    if (const auto* field = std::get_if<BPrivate::MenuFieldState>(&state)) {
+        float width = widthOf(field->title);
+        for (const auto& item : field->items)
+            width = std::max(width, widthOf(item.label));
+        return {field->divider + width, 24};
+    }
     // Room for the text in the plain font, and a margin.
-    const std::string text = TextOf(state);
-    return {StringWidth(FontSpec(), text) + 19, 23};
+    return {widthOf(TextOf(state)), 23};
 }
 
 }  // namespace recording

@@ -17,7 +17,8 @@
 //
 // Fonts. Every character (code point) is half the font's size wide, and drawn as a block: columns
 // 0 to size / 2 - 2 of its cell, from size * 3/4 above the baseline to the row above it, in the
-// plain colour. Ascent is 3/4 of the size, descent 1/4, leading 0. Blanks draw nothing.
+// plain colour; on a buffer of another ratio, as in a font that much larger. Ascent is 3/4 of the
+// size, descent 1/4, leading 0. Blanks draw nothing.
 //
 // Threads. Everything here may be called from any thread. Windows and pictures that were handed
 // out stay valid after the kits' window is gone.

@@ -26,6 +26,7 @@ struct State {
     std::map<std::string, int> decodings;
     std::map<int32, int> decodingsByThread;
     int identifications = 0;
+    std::string formatName = kFormatName;
 };
 
 State& TheState() {
@@ -47,11 +48,11 @@ bool ReadHeader(BPositionIO* source, Header* header) {
         return false;
     std::istringstream line(text);
     std::string magic;
-    int red = 0, green = 0, blue = 0;
+    int red = 0, green = 0, blue = 0, alpha = 0;
     line >> magic >> header->name >> header->width >> header->height >> red >> green >> blue >>
-        header->broken;
-    header->color = {
-        static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue), 255};
+        alpha >> header->broken;
+    header->color = {static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue),
+        static_cast<uint8>(alpha)};
     return line && magic == "TESTIMAGE";
 }
 
@@ -61,8 +62,14 @@ std::string ImageFile(
     const std::string& name, int32 width, int32 height, rgb_color color, bool broken) {
     std::ostringstream line;
     line << "TESTIMAGE " << name << ' ' << width << ' ' << height << ' ' << int{color.red} << ' '
-         << int{color.green} << ' ' << int{color.blue} << ' ' << broken << '\n';
+         << int{color.green} << ' ' << int{color.blue} << ' ' << int{color.alpha} << ' ' << broken
+         << '\n';
     return line.str();
+}
+
+void SetFormatName(const std::string& name) {
+    std::lock_guard lock(TheState().lock);
+    TheState().formatName = name;
 }
 
 void Hold(const std::string& name) {
@@ -137,7 +144,8 @@ status_t BTranslatorRoster::Identify(
     info->translator = 1;
     // A format that is known but shows no picture.
     info->group = header.name == "notes" ? 'TEXT' : B_TRANSLATOR_BITMAP;
-    std::strcpy(info->name, fake::kFormatName);
+    std::lock_guard lock(fake::TheState().lock);
+    std::strncpy(info->name, fake::TheState().formatName.c_str(), sizeof(info->name) - 1);
     return B_OK;
 }
 
@@ -167,6 +175,7 @@ status_t BTranslatorRoster::Translate(BPositionIO* source, const translator_info
         pixels[i] = header.color.blue;
         pixels[i + 1] = header.color.green;
         pixels[i + 2] = header.color.red;
+        pixels[i + 3] = header.color.alpha;
     }
     // Not through Bits(), which would keep the scaled image from sharing these pixels.
     bitmap->ImportBits(pixels.data(), bitmap->BitsLength(), bitmap->BytesPerRow(), 0, B_RGBA32);

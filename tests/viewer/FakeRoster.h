@@ -15,6 +15,9 @@ constexpr char kFormatName[] = "Test image";
 std::string ImageFile(
     const std::string& name, int32 width, int32 height, rgb_color color, bool broken = false);
 
+/// The format's name, kFormatName at first.
+void SetFormatName(const std::string& name);
+
 /// Decoding of the image of that name waits, from now until it is released.
 void Hold(const std::string& name);
 void Release(const std::string& name);

@@ -20,9 +20,6 @@ protected:
     BRect Frame() {
         return Locked([&] { return fWindow->Frame(); });
     }
-    bool IsShown(const char* name) {
-        return Locked([&] { return !fWindow->FindView(name)->IsHidden(fView); });
-    }
 };
 
 TEST_F(Fitting, MakesTheWindowAsLargeAsTheImage) {

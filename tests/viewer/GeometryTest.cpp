@@ -253,6 +253,7 @@ TEST(BarExtents, LeaveRoomForTheOtherBar) {
 
 TEST(WindowLimit, KeepsOffTheScreensEdges) {
     EXPECT_EQ(window_limit({0, 0, 1919, 1079}), BRect(0, 0, 1909, 1049));
+    EXPECT_EQ(window_limit({-1280, 200, -1, 1223}), BRect(-1280, 200, -11, 1193));
 }
 
 TEST(FittedWindow, HoldsTheImageAndTheBars) {
@@ -270,6 +271,14 @@ TEST(MovedOntoScreen, KeepsTheRightAndBottomEdgesInside) {
     EXPECT_EQ(moved_onto_screen({1800, 60, 2000, 400}, limit), BPoint(1714, 60));
     EXPECT_EQ(moved_onto_screen({50, 900, 300, 1100}, limit), BPoint(50, 874));
     EXPECT_EQ(moved_onto_screen({1814, 974, 1914, 1074}, limit), BPoint(1814, 974));
+    EXPECT_EQ(moved_onto_screen({1815, 975, 1915, 1075}, limit), BPoint(1814, 974));
+}
+
+TEST(MovedOntoScreen, KeepsToAScreenThatLiesElsewhere) {
+    BRect limit = window_limit({-1280, 200, -1, 1223});
+    EXPECT_EQ(moved_onto_screen({-1000, 300, -700, 500}, limit), BPoint(-1000, 300));
+    EXPECT_EQ(moved_onto_screen({-200, 300, 100, 500}, limit), BPoint(-306, 300));
+    EXPECT_EQ(moved_onto_screen({-1000, 1100, -700, 1300}, limit), BPoint(-1000, 1018));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <interface/ScrollBar.h>
-#include <kernel/OS.h>
 
 #include "app/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
@@ -19,13 +18,10 @@ protected:
     float Value(const char* name) {
         return Locked([&] { return Bar(name)->Value(); });
     }
-    bool IsShown(const char* name) {
-        return Locked([&] { return !fWindow->FindView(name)->IsHidden(fView); });
-    }
     void SetValue(const char* name, float value) {
         Locked([&] { Bar(name)->SetValue(value); });
     }
-    /// As many key events as a held key sends, so quickly that they are one press.
+    /// As many key events as a held key sends: they are one press.
     void Hold(char key, int count) {
         Locked([&] {
             for (int i = 0; i < count; ++i)
@@ -33,14 +29,10 @@ protected:
         });
         Settle();
     }
-    void Press(char key, uint32 modifiers = 0) {
-        recording::TheRecordingDisplay().SetModifiers(modifiers);
-        fScreen->PressKey(key, modifiers);
-        Settle();
-        recording::TheRecordingDisplay().SetModifiers(0);
-    }
     /// Lets so much time pass that the next key is a new press.
-    static void Pause() { snooze(410'000); }
+    void Pause() {
+        Locked([&] { fView->fTime += 400'001; });
+    }
 
     void ShowTall(int32 width = 100, int32 height = 600) {
         WriteImage("a", kGreen);

@@ -49,6 +49,41 @@ TEST_F(StatusView, StaysAtTheBottom) {
     });
 }
 
+// Every character is half the font's size wide.
+TEST_F(StatusView, SetsLongTextsSmallerWhereTheyFitThen) {
+    struct {
+        const char* text;
+        float size;
+    } const kCases[] = {
+        {"", 10},
+        {"70 pixels wide", 10},     // 14 characters
+        {"15 characters..", 9},     // 75, or 67.5 wide
+        {"16 or more letters", 8},  // 90, 81 or 72: it ends in an ellipsis
+        {"A kind with a very long name", 8},
+    };
+    ShowWindow();
+    for (const auto& c : kCases) {
+        WriteImage("a", kRed);
+        Open("a");
+        fake::SetFormatName(c.text);
+        Open("a");
+        EXPECT_EQ(StatusText("StrViewKind"), c.text);
+        auto field = fScreen->FindControl(c.text);
+        if (*c.text == 0)
+            continue;
+        ASSERT_TRUE(field) << c.text;
+        EXPECT_EQ(std::get<BPrivate::StringViewState>(field->state).font.size, c.size) << c.text;
+    }
+    fake::SetFormatName(fake::kFormatName);
+    Open("a");
+    EXPECT_EQ(Locked([&] {
+        BFont font;
+        fWindow->FindView("StrViewKind")->GetFont(&font);
+        return font.Size();
+    }),
+        10);
+}
+
 TEST_F(StatusView, IsCleared) {
     WriteImages({"a"});
     ShowWindow();

@@ -120,6 +120,17 @@ std::string WindowTest::StatusText(const std::string& field) {
     });
 }
 
+bool WindowTest::IsShown(const std::string& view) {
+    return Locked([&] { return !fWindow->FindView(view.c_str())->IsHidden(fView); });
+}
+
+void WindowTest::Press(char key, uint32 modifiers, int32 number) {
+    recording::TheRecordingDisplay().SetModifiers(modifiers);
+    fScreen->PressKey(key, modifiers, number);
+    Settle();
+    recording::TheRecordingDisplay().SetModifiers(0);
+}
+
 bool WindowTest::IsCached(const std::string& name) {
     return Locked([&] {
         int32 slot = 0;

@@ -22,14 +22,19 @@ constexpr rgb_color kBlue{0, 0, 255, 255};
 constexpr rgb_color kGray{60, 60, 60, 255};
 constexpr float kViewTop = 20;  // as high as a menu bar would be
 
-/// Lets the tests look into the list and the cache.
+/// Lets the tests look into the list and the cache, and has a clock that stands still.
 class TestView : public TLorivaneView {
 public:
+    bigtime_t fTime = 10'000'000;
+
     using TImageList::CurrentPath;
     using TImageList::IndexOf;
     using TLorivaneView::TLorivaneView;
 
     bool HasLoaders() const { return TLorivaneView::IsLoading(); }
+
+protected:
+    bigtime_t ScrollTime() const override { return fTime; }
 };
 
 /// Stands in for the main window: the view lies below where the menu bar is.
@@ -80,6 +85,9 @@ protected:
     /// The file name in the window's title; empty when nothing is shown.
     std::string Shown();
     std::string StatusText(const std::string& field);
+    bool IsShown(const std::string& view);
+    /// A key down and up, and all it leads to.
+    void Press(char key, uint32 modifiers = 0, int32 number = 0);
     bool IsCached(const std::string& name);
     recording::Picture Picture() { return fScreen->Shown(); }
     std::string Path(const std::string& name) { return fFolder / name; }

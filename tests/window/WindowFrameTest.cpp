@@ -57,7 +57,8 @@ INSTANTIATE_TEST_SUITE_P(Frames, FrameTest,
 TEST(Frame, IsAlwaysUsable) {
     const float edges[] = {kNan, kInfinity, -kInfinity, kHuge, -kHuge, 0, -0.0F, 0.5F, 50, -50,
         1919, 1920, 5000, -5000, 1e9F, -1e9F, std::numeric_limits<float>::denorm_min()};
-    for (const BRect screen : {kScreen, BRect(0, 0, 319, 199), BRect(1920, 500, 3839, 1579)}) {
+    for (const BRect screen : {kScreen, BRect(0, 0, 319, 199), BRect(1920, 500, 3839, 1579),
+             BRect(-1280, -1024, -1, -1)}) {
         for (const float left : edges)
             for (const float top : edges)
                 for (const float right : edges)
@@ -74,6 +75,22 @@ TEST(Frame, IsAlwaysUsable) {
                         ASSERT_GE(seen.Height(), 48);
                         ASSERT_GE(frame.top, screen.top);
                     }
+    }
+}
+
+// The same distances from the screen's left top wherever that is.
+TEST(Frame, IsThatOfTheScreensOwnPlace) {
+    const BRect frames[] = {{100, 100, 900, 700}, {-400, 100, 400, 700}, {1872, 100, 2672, 700},
+        {100, 5000, 900, 5600}, {100, -1, 900, 599}, {0, -20, 1919, 1093}, {10, 10, 9999, 9999}};
+    for (const BPoint place : {BPoint(1920, 0), BPoint(-1920, 300), BPoint(0, -1080)}) {
+        for (const BRect frame : frames) {
+            const BRect expected =
+                usable_window_frame(frame, kFallback, kScreen, kMinWidth, kMinHeight);
+            EXPECT_EQ(usable_window_frame(frame.OffsetByCopy(place), kFallback,
+                          kScreen.OffsetByCopy(place), kMinWidth, kMinHeight),
+                expected.OffsetByCopy(place))
+                << place.x << " " << place.y << ": " << frame.left;
+        }
     }
 }
 

@@ -3,8 +3,9 @@
 #include <interface/Menu.h>
 
 /// The row of menus at the top of a window. The first one attached to a window becomes its key menu
-/// bar. It takes the width of its parent and the height that the desktop's menus need when it is
-/// attached, and keeps the width with the resizing mode.
+/// bar, and is it until it is detached. With `resizeToFit` it takes the width of its parent and
+/// the height that the desktop's menus need when it is attached, and keeps the width with the
+/// resizing mode.
 class BMenuBar : public BMenu {
 public:
     BMenuBar(BRect frame, const char* name,
@@ -16,12 +17,9 @@ public:
     static BArchivable* Instantiate(BMessage* archive);
 
     void AttachedToWindow() override;
-    void DetachedFromWindow() override;
     /// Waits for the display.
     void GetPreferredSize(float* width, float* height) override;
 
 private:
     class Peer;
-
-    bool fResizeToFit = true;
 };

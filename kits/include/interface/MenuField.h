@@ -18,8 +18,8 @@ public:
     BMenuField(BRect frame, const char* name, const char* label, BMenu* menu, bool fixedSize,
         uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
         uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
-    /// From an archive: BView's fields and "_label" string, "_disable" bool, "_divide" float, and
-    /// the menu as the one view of "_views".
+    /// From an archive: BView's fields and "_label" string, "_disable" and "be:fixeds" bool,
+    /// "_divide" float, and the menu as the first of that kind in "_views".
     explicit BMenuField(BMessage* archive);
     ~BMenuField() override;
 
@@ -41,11 +41,13 @@ public:
     /// The marked item; null for none.
     BMenuItem* MenuItem() const { return fMenu ? fMenu->FindMarked() : nullptr; }
 
+    /// Waits for the display.
     void GetPreferredSize(float* width, float* height) override;
 
 private:
     class Peer;
-    friend class BPrivate::MenuAccess;
+
+    void _Install();
 
     std::string fLabel;
     std::unique_ptr<BMenu> fMenu;

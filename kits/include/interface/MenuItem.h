@@ -7,6 +7,10 @@
 
 class BMenu;
 
+namespace BPrivate {
+class MenuAccess;
+}
+
 /// One entry of a menu: a command, or the title of a submenu, which may be a command as well when
 /// it has a message.
 ///
@@ -22,11 +26,13 @@ public:
     /// `shortcut` together with Command (always added) and `modifiers` invokes the item while its
     /// menu stands in a window's menu bar; 0 for none. Owns the message.
     BMenuItem(const char* label, BMessage* message, char shortcut = 0, uint32 modifiers = 0);
-    /// The title of a submenu, labelled with the menu's name. Owns both.
+    /// The title of a submenu, labelled with the menu's name. Owns both. A menu that is shown
+    /// somewhere already is not taken.
     explicit BMenuItem(BMenu* submenu, BMessage* message = nullptr);
     /// From an archive: "_label" string, "_disable" and "_marked" bool, "_trig" int32, "_shortcut"
-    /// and "_mods" int32, "_msg" message, "_submenu" message.
+    /// and "_mods" int32, "_msg" message, "_submenu" message. All are optional.
     explicit BMenuItem(BMessage* archive);
+    /// Takes the item out of its menu.
     ~BMenuItem() override;
 
     static BArchivable* Instantiate(BMessage* archive);
@@ -35,7 +41,9 @@ public:
     virtual void SetLabel(const char* label);
     const char* Label() const { return fLabel.c_str(); }
 
-    /// An item in a disabled menu is disabled, too.
+    status_t SetMessage(BMessage* message) override;
+
+    /// An item in a disabled menu is disabled, too, as is the title of one.
     virtual void SetEnabled(bool enabled);
     bool IsEnabled() const;
 
@@ -48,6 +56,7 @@ public:
     char Trigger() const { return fTrigger; }
 
     virtual void SetShortcut(char shortcut, uint32 modifiers);
+    /// The modifiers include Command; 0 without a shortcut.
     char Shortcut(uint32* modifiers = nullptr) const;
 
     /// Null for a plain command. Belongs to the item.
@@ -55,12 +64,14 @@ public:
     /// The menu it stands in; null for none.
     BMenu* Menu() const { return fMenu; }
 
-    /// What the user chose: marks it where its menu is in radio mode, and sends the message. A
-    /// disabled item does nothing.
+    /// What the user chose: marks it where its menu is in radio mode, and sends the message.
+    /// `B_NOT_ALLOWED`, and nothing happens, when the item is disabled; `B_BAD_VALUE` without a
+    /// message, or without a target and a window.
     status_t Invoke(BMessage* message = nullptr) override;
 
 private:
     friend class BMenu;
+    friend class BPrivate::MenuAccess;
 
     /// Something that the screen shows of the item has changed.
     void _Changed();

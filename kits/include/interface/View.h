@@ -133,7 +133,7 @@ public:
     /// `transit` is B_ENTERED_VIEW and so on; `dragMessage` is always null.
     virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
     /// Not called while Command is held: such a key is a shortcut or nothing. The base moves the
-    /// focus on for Tab.
+    /// focus on for Tab, and opens a menu of the window's for Control and its letter or for F10.
     virtual void KeyDown(const char* bytes, int32 numBytes);
     virtual void KeyUp(const char* bytes, int32 numBytes);
     virtual void WindowActivated(bool active);

@@ -163,6 +163,8 @@ public:
     /// The button Enter stands for; null for none. Borrowed.
     void SetDefaultButton(BButton* button);
     BButton* DefaultButton() const;
+    /// The menus that keys open, and whose shortcuts go before those of AddShortcut(). Borrowed;
+    /// null for none.
     void SetKeyMenuBar(BMenuBar* bar);
     BMenuBar* KeyMenuBar() const;
 
@@ -190,6 +192,7 @@ public:
     virtual void FrameMoved(BPoint newPosition);
     virtual void FrameResized(float newWidth, float newHeight);
     virtual void WindowActivated(bool active);
+    /// The first menu of a menu bar was opened, the last one closed.
     virtual void MenusBeginning() {}
     virtual void MenusEnded() {}
     virtual void ScreenChanged(BRect, color_space) {}
@@ -203,6 +206,7 @@ protected:
     void MessageDispatched() override;
 
 private:
+    friend class BScreen;
     friend class BView;
     friend class BPrivate::ControlPeer;
     friend class BPrivate::WindowData;

@@ -1,0 +1,31 @@
+#include "app/Usage.h"
+
+#include "app/Version.h"
+
+namespace {
+
+constexpr char kHelp[] =
+    R"(Usage: lorivane [OPTION]... [--] [FILE|FOLDER]
+Look through a folder of pictures, one at a time.
+
+With a file, its picture is shown first and those of its folder are around it.
+With a folder, its first picture is shown. Without either, the window opens
+empty. Of several files, the first one counts.
+
+Options:
+  --help     print this text and exit
+  --version  print the version and exit
+  --         what follows is a file, whatever its name begins with
+)";
+
+}  // namespace
+
+std::string text_asked_for(const std::vector<std::string>& words) {
+    for (size_t i = 1; i < words.size() && words[i] != "--"; i++) {
+        if (words[i] == "--help")
+            return kHelp;
+        if (words[i] == "--version")
+            return std::string(kAppName) + " " + kAppVersionNumber + "\n";
+    }
+    return {};
+}

@@ -1,0 +1,144 @@
+#include <app/Message.h>
+#include <cmath>
+#include <interface/MenuField.h>
+
+#include "kits/interface/MenuAccess.h"
+#include "kits/interface/MenuPeer.h"
+
+using namespace BPrivate;
+
+namespace {
+
+// An archive tells its class by name; the class has to be known before one is met.
+[[maybe_unused]] const bool kRegistered = [] {
+    register_instantiation_func("BMenuField", BMenuField::Instantiate);
+    return true;
+}();
+
+}  // namespace
+
+class BMenuField::Peer : public MenuPeer {
+public:
+    explicit Peer(const BMenuField& field) : fField(field) {}
+
+    ControlState State() const override {
+        MenuFieldState state;
+        state.label = fField.fLabel;
+        state.divider = fField.fDivider;
+        state.fixedSize = fField.fFixedSize;
+        if (const BMenu* menu = fField.Menu(); menu != nullptr) {
+            state.title = menu->Name() != nullptr ? menu->Name() : "";
+            state.items = MenuAccess::StatesOf(*menu);
+        }
+        return state;
+    }
+
+    bool IsEnabled() const override {
+        return fField.fEnabled && (fField.fMenu == nullptr || fField.fMenu->IsEnabled());
+    }
+
+    /// The label; the view's name for a field that has none.
+    std::string AccessibleName() const override {
+        return fField.fLabel.empty() ? ControlPeer::AccessibleName() : fField.fLabel;
+    }
+
+protected:
+    const BMenu* ShownMenu() const override { return fField.Menu(); }
+
+private:
+    const BMenuField& fField;
+};
+
+BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* menu,
+    uint32 resizingMode, uint32 flags)
+    : BMenuField(frame, name, label, menu, false, resizingMode, flags) {}
+
+BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* menu,
+    bool fixedSize, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags), fLabel(label != nullptr ? label : ""), fMenu(menu),
+      fDivider(fLabel.empty() ? 0 : std::floor(frame.Width() / 2)), fFixedSize(fixedSize) {
+    _Install();
+}
+
+BMenuField::BMenuField(BMessage* archive) : BView(archive) {
+    if (archive != nullptr) {
+        fLabel = archive->GetString("_label", "");
+        fEnabled = !archive->GetBool("_disable", false);
+        fFixedSize = archive->GetBool("be:fixeds", false);
+        const float divider = archive->GetFloat("_divide", 0.0F);
+        fDivider = std::isfinite(divider) ? divider : 0;
+    }
+    // Archived as a view in the field, and made one by the base.
+    for (int32 i = 0; fMenu == nullptr && i < CountChildren(); i++) {
+        auto* menu = dynamic_cast<BMenu*>(ChildAt(i));
+        if (menu != nullptr && RemoveChild(menu))
+            fMenu.reset(menu);
+    }
+    _Install();
+}
+
+BMenuField::~BMenuField() = default;
+
+void BMenuField::_Install() {
+    auto peer = std::make_unique<Peer>(*this);
+    if (fMenu != nullptr)
+        MenuAccess::SetShownBy(*fMenu, peer.get());
+    ControlPeer::Install(*this, std::move(peer));
+}
+
+BArchivable* BMenuField::Instantiate(BMessage* archive) {
+    return validate_instantiation(archive, "BMenuField") ? new BMenuField(archive) : nullptr;
+}
+
+status_t BMenuField::Archive(BMessage* archive, bool deep) const {
+    status_t status = BView::Archive(archive, deep);
+    const auto add = [&status](status_t result) {
+        if (status == B_OK)
+            status = result;
+    };
+    if (status != B_OK)
+        return status;
+    add(archive->AddString("_label", fLabel.c_str()));
+    if (!fEnabled)
+        add(archive->AddBool("_disable", true));
+    if (fFixedSize)
+        add(archive->AddBool("be:fixeds", true));
+    add(archive->AddFloat("_divide", fDivider));
+    if (deep && fMenu != nullptr) {
+        BMessage menuArchive;
+        add(fMenu->Archive(&menuArchive, true));
+        add(archive->AddMessage("_views", &menuArchive));
+    }
+    return status;
+}
+
+void BMenuField::SetLabel(const char* label) {
+    const std::string text = label != nullptr ? label : "";
+    if (text == fLabel)
+        return;
+    fLabel = text;
+    ControlPeer::Of(this)->StateChanged();
+    ControlPeer::Of(this)->PlaceChanged();  // the label is the accessible name
+}
+
+void BMenuField::SetEnabled(bool enabled) {
+    if (enabled == fEnabled)
+        return;
+    fEnabled = enabled;
+    ControlPeer::Of(this)->PlaceChanged();
+}
+
+void BMenuField::SetDivider(float position) {
+    if (position == fDivider || !std::isfinite(position))
+        return;
+    fDivider = position;
+    ControlPeer::Of(this)->StateChanged();
+}
+
+void BMenuField::GetPreferredSize(float* width, float* height) {
+    const BPoint size = TheDisplay().PreferredSize(ControlPeer::Of(this)->State());
+    if (width != nullptr)
+        *width = size.x;
+    if (height != nullptr)
+        *height = size.y;
+}
