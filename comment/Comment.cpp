@@ -62,6 +62,8 @@ void TComment::Clear() {
 void TComment::Resize(float width) {
     const float padding = gPrefs.fCommentPadding;
     fWidth = std::max(width, 2 * padding + 1);
+    if (fBand && fWidth == fLaidOutWidth && padding == fLaidOutPadding)
+        return;
     DropBand();
     fTextView->SetText(fText.c_str());
     fTextView->SetTextRect(BRect(0, 0, fWidth - 2 * padding, kLayoutHeight));
@@ -77,6 +79,8 @@ void TComment::Resize(float width) {
     } while (fTextView->OffsetAt(fLines) < fTextView->TextLength() &&
         lineHeight * static_cast<float>(fLines) < kLayoutHeight);
     const float height = lineHeight * static_cast<float>(fLines);
+    fLaidOutWidth = fWidth;
+    fLaidOutPadding = padding;
     if (MakeBand(2 * padding + widest, 2 * padding + height))
         Draw();
 }
@@ -110,21 +114,18 @@ void TComment::SetFont() {
     (void)font.SetFamilyAndStyle(std::string(gPrefs.fCommentFontFamily).c_str(), nullptr);
     font.SetSize(gPrefs.fCommentFontSize);
     fFont = font;
-    ApplyFont();
-    Resize(fWidth);
+    fTextView->SetFontAndColor(&fFont);
+    LayOutAgain();
 }
 
-void TComment::ApplyFont() {
-    fTextView->SetFontAndColor(&fFont);
-    if (fBand && fBand->Lock()) {
-        fBandView->SetFont(&fFont);
-        fBand->Unlock();
-    }
+void TComment::LayOutAgain() {
+    DropBand();
+    Resize(fWidth);
 }
 
 void TComment::SetProgressMessage(const std::string& message) {
     fText = message;
-    Resize(fWidth);
+    LayOutAgain();
 }
 
 float TComment::LineHeight() const {
@@ -139,9 +140,9 @@ bool TComment::MakeBand(float width, float height) {
     if (band->InitCheck() != B_OK)
         return false;
     fBandView = new BView(frame, "ImageView", B_FOLLOW_NONE, 0);
+    fBandView->SetFont(&fFont);
     band->AddChild(fBandView);
     fBand = std::move(band);
-    ApplyFont();
     return true;
 }
 

@@ -27,7 +27,7 @@ public:
     void Clear();
 
     /// Breaks the text into lines for a band not wider than this (right minus left) and renders
-    /// the band. The width stays for later layouts; it is never less than a pixel of text needs.
+    /// the band, unless it is as it would be. The width stays for later layouts; it is never less than a pixel of text needs.
     void Resize(float width);
     /// Renders the band again, as it is, in the colours of now.
     void Draw();
@@ -47,13 +47,15 @@ public:
         const std::string& imageFileName, const std::string& ext, std::string* textFileName);
 
 private:
-    void ApplyFont();
+    void LayOutAgain();
     float LineHeight() const;
     bool MakeBand(float width, float height);
     void DropBand();
 
     float fWidth = 0;
     int32 fLines = 0;  // of the band
+    float fLaidOutWidth = 0;
+    float fLaidOutPadding = 0;
     std::string fText;
     std::unique_ptr<BBitmap> fBand;
     BFont fFont;
