@@ -158,7 +158,7 @@ TEST_F(CommentOverImage, ScrollingMovesTheImageBelowItAndLaysNothingOut) {
 TEST_F(CommentOverImage, IsLaidOutAnewWhenTheWindowIsResized) {
     std::string words;
     for (int i = 0; i < 40; i++)
-        words += "words ";
+        words += i == 0 ? "words" : " words";
     gPrefs.fDisplayOption = kFitImageToWindow;
     Show(words);
     fScreen->UserResize(199, 219);
