@@ -92,6 +92,10 @@ public:
     float StringWidth(const BPrivate::FontSpec& font, const std::string& utf8) override {
         return fDisplay->StringWidth(font, utf8);
     }
+    std::vector<int32> LineEnds(
+        const BPrivate::FontSpec& font, const std::string& utf8, float width) override {
+        return fDisplay->LineEnds(font, utf8, width);
+    }
     void DrawText(const BPrivate::PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
         const BPrivate::FontSpec& font, const std::string& utf8) override {
         fDisplay->DrawText(buffer, clip, origin, color, font, utf8);

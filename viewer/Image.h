@@ -6,6 +6,8 @@
 #include <string>
 #include <translation/TranslatorRoster.h>
 
+#include "comment/Comment.h"
+
 /// One image file in memory: as it was decoded, and a copy scaled for the window, in which the
 /// background colour of the preferences shows through what is transparent.
 ///
@@ -55,6 +57,9 @@ public:
     /// The scaled image, null before the first Resize(). Belongs to this.
     BBitmap* Image() const { return fScaled.get(); }
 
+    /// The image's comment; empty until it is loaded.
+    TComment* Comment() { return &fComment; }
+
 private:
     bool ResizeImageParts(float width, float height);
     bool IsBackgroundOutdated() const;
@@ -70,4 +75,5 @@ private:
     std::unique_ptr<BBitmap> fScaled;
     rgb_color fBackground;   // that the scaled image was drawn on
     BView* fView = nullptr;  // draws into the scaled image and belongs to it
+    TComment fComment;
 };

@@ -65,6 +65,14 @@ void TLorivaneView::MessageReceived(BMessage* message) {
     case kMsgToggleFullScreen: MItemFullScreenClicked(); break;
     case kPrefColors: PrefColChanged(); break;
     case kPrefDisplayOption: PrefDisplayOptionChanged(); break;
+    case kPrefEnableComment: PrefEnableCommentChanged(); break;
+    case kPrefCommentEncoding: PrefCommentEncodingChanged(); break;
+    case kPrefCommentFileExts: PrefCommentFileExtsChanged(); break;
+    case kPrefCommentFontFamily: PrefCommentFontFamilyChanged(); break;
+    case kPrefCommentFontSize: PrefCommentFontSizeChanged(); break;
+    case kPrefCommentPadding: PrefCommentPaddingChanged(); break;
+    case kPrefCommentMargin: PrefCommentMarginChanged(); break;
+    case kPrefCommentAlign: PrefCommentAlignChanged(); break;
     case kPrefEnablePreload: PrefEnablePreloadChanged(); break;
     default: TBasicView::MessageReceived(message); break;
     }

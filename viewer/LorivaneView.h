@@ -117,8 +117,23 @@ public:
     void SetWinTitle(const std::string& path);
     void PrefDisplayOptionChanged();
     void MItemDisplayOptionClicked(BMessage* message);
+
+    // The comment over the image.
+
+    /// Where the left top of a band of these bounds stands.
+    BPoint CommentPoint(BRect commentBounds) const;
+    /// Shows at once, in place of the comment, that there is something to wait for.
+    void DrawProgressString();
     /// Turns the comments on or off. The notice comes back by way of the application.
     void MItemEnableCommentClicked();
+    void PrefEnableCommentChanged();
+    void PrefCommentEncodingChanged();
+    void PrefCommentFileExtsChanged();
+    void PrefCommentFontFamilyChanged();
+    void PrefCommentFontSizeChanged();
+    void PrefCommentPaddingChanged();
+    void PrefCommentMarginChanged();
+    void PrefCommentAlignChanged();
 
     // Full screen: the image area alone covers the screen that the window is on.
 
@@ -149,12 +164,18 @@ private:
     ShownBars Bars() const;
     Extent ImageArea() const;
     void DrawImage(BView* target);
+    void DrawComment(BView* target);
+    void LayOutComment();
+    void LoadComment();
+    void ReloadComment();
+    void RenewCommentFont();
     void ShowNothing();
 
     bool ShouldSkip();
     void StepImage(int32 delta);
     void JumpToImage(uint32 index, int32 preloadDelta);
     bool StepToNeighbour(int32 delta);
+    std::unique_ptr<TImage> DecodeImage(const std::string& path, const translator_info* info);
     status_t FindImageBeside(int32 delta, uint32* index, translator_info* info);
     void SetCurrentImageFromCache(int32 slot);
     std::unique_ptr<TImage> ReplaceCurrentImage(std::unique_ptr<TImage> image, int32 oldSlot);

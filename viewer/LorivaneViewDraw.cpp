@@ -15,11 +15,30 @@ Extent TLorivaneView::ImageArea() const {
     return image_area(Extent(Bounds()), Bars());
 }
 
+// With a comment the two are put together off the screen, so that it is never seen half drawn.
 void TLorivaneView::Draw(BRect) {
     bool locked = fOffscreenBitmap && fOffscreenBitmap->Lock();
-    DrawImage(this);
+    bool hasComment = fCurrentImage && fCurrentImage->Comment()->Image() != nullptr;
+    if (hasComment && fOffscreenView != nullptr) {
+        DrawImage(fOffscreenView);
+        DrawComment(fOffscreenView);
+        fOffscreenView->Sync();
+        SetDrawingMode(B_OP_COPY);
+        DrawBitmap(fOffscreenBitmap.get(), B_ORIGIN);
+    } else {
+        DrawImage(this);
+        // Without the memory for the bitmap.
+        if (hasComment)
+            DrawComment(this);
+    }
     if (locked)
         fOffscreenBitmap->Unlock();
+}
+
+void TLorivaneView::DrawComment(BView* target) {
+    BBitmap* band = fCurrentImage->Comment()->Image();
+    target->SetDrawingMode(B_OP_ALPHA);
+    target->DrawBitmap(band, CommentPoint(band->Bounds()));
 }
 
 // Paints every pixel of the image area, with the image or the background.
@@ -55,6 +74,7 @@ void TLorivaneView::FrameResized(float width, float height) {
     }
     if (scales)
         fStatusView->SetScale(fCurrentImage.get());
+    LayOutComment();
     ResizeOffscreen();
     Invalidate();
 }
@@ -76,5 +96,6 @@ void TLorivaneView::PrefColChanged() {
     if (!fCurrentImage)
         return;
     fCurrentImage->Draw();
+    fCurrentImage->Comment()->Draw();
     Invalidate();
 }

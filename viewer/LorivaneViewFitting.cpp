@@ -77,16 +77,11 @@ void TLorivaneView::PrefDisplayOptionChanged() {
         SetScrollBarRange(image);
         break;
     }
+    LayOutComment();
     ResizeOffscreen();
     ResetScrollBarPosition();
     fStatusView->SetScale(image);
     Invalidate();
-}
-
-void TLorivaneView::MItemEnableCommentClicked() {
-    gPrefs.fEnableComment = !gPrefs.fEnableComment;
-    (void)gPrefs.SaveToFile();
-    (void)be_app_messenger.SendMessage(kPrefEnableComment);
 }
 
 void TLorivaneView::MItemDisplayOptionClicked(BMessage* message) {

@@ -68,22 +68,32 @@ status_t TLorivaneView::SetCurrentImage(uint32 index, const translator_info* inf
         return B_ERROR;
     }
     fCurrentIndex = index;
-    std::string path = CurrentPath();
-    translator_info identified;
-    if (info == nullptr) {
-        if (!IsImage(path, &fRoster, &identified))
-            return B_ERROR;
-        info = &identified;
-    }
-    auto image = std::make_unique<TImage>(path, &fRoster, *info);
-    if (image->InitCheck() != B_OK)
+    DrawProgressString();
+    std::unique_ptr<TImage> image = DecodeImage(CurrentPath(), info);
+    if (!image) {
+        // The image that stays gets its own comment back.
+        ReloadComment();
         return B_ERROR;
+    }
     image->SetIndex(index);
     // What is dropped is deleted when the new image is on the screen already.
     std::unique_ptr<TImage> dropped = ReplaceCurrentImage(std::move(image), kPrevSlot);
     DisplayCurrentImage();
     fDisplayStamp = system_time();
     return B_OK;
+}
+
+// Null when it is no image or cannot be decoded.
+std::unique_ptr<TImage> TLorivaneView::DecodeImage(
+    const std::string& path, const translator_info* info) {
+    translator_info identified;
+    if (info == nullptr) {
+        if (!IsImage(path, &fRoster, &identified))
+            return nullptr;
+        info = &identified;
+    }
+    auto image = std::make_unique<TImage>(path, &fRoster, *info);
+    return image->InitCheck() == B_OK ? std::move(image) : nullptr;
 }
 
 void TLorivaneView::SetCurrentImageFromCache(int32 slot) {
@@ -124,6 +134,7 @@ void TLorivaneView::StepImage(int32 delta) {
     if (TLoadThread* loader = FindLoader(delta)) {
         fAwaitedThread = loader->ThreadID();
         loader->SetPriority(B_URGENT_DISPLAY_PRIORITY);
+        DrawProgressString();
         return;
     }
     SuspendLoadThreads();
@@ -211,9 +222,11 @@ void TLorivaneView::JumpToImage(uint32 index, int32 preloadDelta) {
 }
 
 void TLorivaneView::DisplayCurrentImage() {
+    fCurrentImage->Comment()->Clear();
     HideScrollBars();
     ScaleToView(fCurrentImage.get());
     ResizeWindow(fCurrentImage.get());
+    LoadComment();
     ResizeOffscreen();
     ResetScrollBarPosition();
     ResetScrollValues();

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QRawFont>
 #include <QTextLayout>
+#include <QTextOption>
 #include <algorithm>
 #include <cmath>
 
@@ -23,6 +24,11 @@ constexpr qreal kEndless = 1e6;
 
 float SaneSize(float size) {
     return std::isfinite(size) ? std::clamp(size, 1.0F, 2000.0F) : 12.0F;
+}
+
+float SaneWidth(float width) {
+    constexpr float kWidest = 1 << 20;  // what Qt's fixed point numbers hold, and far beyond a screen
+    return std::isfinite(width) ? std::clamp(width, 0.0F, kWidest) : 0;
 }
 
 void SetFace(QFont& font, const FontSpec& spec) {
@@ -119,6 +125,34 @@ float WidthOf(const FontSpec& spec, const std::string& utf8) {
     return static_cast<float>(metrics.horizontalAdvance(QString::fromStdString(utf8)));
 }
 
+std::vector<int32> LineEndsOf(const FontSpec& spec, const std::string& utf8, float width) {
+    const QString text = QString::fromStdString(utf8);
+    QImage image = MeasuringImage();
+    QTextLayout layout(text, ImageFont(spec, image), &image);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    layout.setTextOption(option);
+
+    // Qt counts in 64ths of a pixel, rounded down.
+    constexpr qreal kRounding = 1.0 / 64;
+    std::vector<int32> ends;
+    qsizetype before = 0;
+    int32 bytes = 0;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(1.0, qreal(SaneWidth(width)) + kRounding));
+        const qsizetype end = line.textStart() + line.textLength();
+        bytes += static_cast<int32>(QStringView(text).mid(before, end - before).toUtf8().size());
+        before = end;
+        ends.push_back(bytes);
+    }
+    layout.endLayout();
+    if (ends.empty())
+        ends.push_back(static_cast<int32>(utf8.size()));
+    return ends;
+}
+
 void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
     const FontSpec& spec, const std::string& utf8) {
     if (buffer.bits == nullptr || !clip.IsValid())
@@ -148,6 +182,8 @@ void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_colo
     {
         QPainter painter(&drawn);
         painter.setFont(font);
+        // Text written from right to left begins at its own right side.
+        painter.setLayoutDirection(Qt::LayoutDirectionAuto);
         painter.setPen(QColor(color.red, color.green, color.blue, color.alpha));
         const QPointF start = QPointF(origin.x, origin.y) - area.topLeft();
         if (ratio == 1)

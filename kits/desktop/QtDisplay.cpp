@@ -97,6 +97,11 @@ float QtDisplay::StringWidth(const FontSpec& font, const std::string& utf8) {
     return WidthOf(font, utf8);
 }
 
+std::vector<int32> QtDisplay::LineEnds(
+    const FontSpec& font, const std::string& utf8, float width) {
+    return LineEndsOf(font, utf8, width);
+}
+
 void QtDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
     const FontSpec& font, const std::string& utf8) {
     DrawTextInto(buffer, clip, origin, color, font, utf8);

@@ -30,6 +30,8 @@ public:
     std::vector<std::string> FontFamilies() override;
     FontMetrics Metrics(const FontSpec& font) override;
     float StringWidth(const FontSpec& font, const std::string& utf8) override;
+    std::vector<int32> LineEnds(
+        const FontSpec& font, const std::string& utf8, float width) override;
     void DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
         const FontSpec& font, const std::string& utf8) override;
     BPoint PreferredSize(const ControlState& state) override;

@@ -250,6 +250,12 @@ public:
     virtual FontMetrics Metrics(const FontSpec& font) = 0;
     /// The advance of the text in pixels.
     virtual float StringWidth(const FontSpec& font, const std::string& utf8) = 0;
+    /// Breaks the text, which has no line ends, into lines of at most `width` pixels: where its
+    /// language lets a line end, and elsewhere only when there is no such place. Blanks belong to
+    /// the line they are broken at. Every line has at least one character.
+    /// @return for every line the byte it ends before; the last is the length of the text
+    virtual std::vector<int32> LineEnds(
+        const FontSpec& font, const std::string& utf8, float width) = 0;
     /// Blends the text into the buffer, its baseline starting at `origin`, nothing outside `clip`
     /// (both in pixels of the buffer, edges inclusive). The font is scaled by the buffer's ratio.
     virtual void DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,

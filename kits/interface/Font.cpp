@@ -4,6 +4,7 @@
 #include <interface/Font.h>
 
 #include "kits/interface/FontAccess.h"
+#include "kits/interface/ShownText.h"
 
 using BPrivate::FontSpec;
 using BPrivate::SpecOf;
@@ -60,16 +61,7 @@ FontSpec SpecOf(const BFont& font) {
 }
 
 std::string Printable(const char* text, std::size_t length) {
-    std::string printable;
-    printable.reserve(length);
-    for (std::size_t i = 0; i < length && text[i] != '\0'; i++) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        if (c == '\t')
-            printable.append(4, ' ');
-        else if (c >= ' ' && c != 0x7f)
-            printable += text[i];
-    }
-    return printable;
+    return ShownText({text, strnlen(text, length)});
 }
 
 void TakeFont(BFont& font, const BFont& from, uint32 mask) {

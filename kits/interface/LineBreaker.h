@@ -1,9 +1,10 @@
 #pragma once
 
-#include <functional>
+#include <deque>
 #include <string>
 #include <support/SupportDefs.h>
-#include <vector>
+
+#include "kits/interface/Display.h"
 
 namespace BPrivate {
 
@@ -15,13 +16,33 @@ struct TextLine {
     bool operator==(const TextLine&) const = default;
 };
 
-/// The width of a part of the text, in pixels. Never falls when the part grows.
-using MeasureText = std::function<float(int32 start, int32 end)>;
+/// Breaks a text into lines, one after the other: at its line ends (LF, CR or both) and where the
+/// display finds that a line must end. However long the text is, a line costs what is on it.
+///
+/// The text must stay as it is.
+class LineBreaker {
+public:
+    /// Lines of at most `width` pixels, if they are to be wrapped.
+    LineBreaker(const std::string& text, const FontSpec& font, float width, bool wrap)
+        : fText(text), fFont(font), fWidth(width), fWrap(wrap) {}
 
-/// Breaks UTF-8 text into lines of at most `width` pixels: at line ends (LF, CR or both), behind
-/// blanks, beside ideographs, and within a word only where it is wider than a line. Every line has
-/// at least one character, so that any width ends. Without a measure only line ends count. At
-/// least one line; a text that ends with a line end has an empty last one.
-std::vector<TextLine> BreakLines(const std::string& text, float width, const MeasureText& measure);
+    /// The next line; false when there is none. There is at least one, and a text that ends with a
+    /// line end has an empty last one.
+    bool Next(TextLine& line);
+
+private:
+    void BreakParagraph(std::size_t end);
+    bool BreakWindow(std::size_t end, bool isLast);
+
+    const std::string& fText;
+    const FontSpec fFont;
+    const float fWidth;
+    const bool fWrap;
+    std::size_t fAt = 0;  // where the next line starts
+    std::size_t fParagraphEnd = 0;
+    bool fInParagraph = false;
+    bool fDone = false;
+    std::deque<std::size_t> fEnds;  // of the next lines of the paragraph
+};
 
 }  // namespace BPrivate

@@ -1,18 +1,58 @@
 #include <algorithm>
 #include <interface/TextView.h>
-#include <limits>
+#include <vector>
 
+#include "kits/interface/FontAccess.h"
 #include "kits/interface/LineBreaker.h"
 
 namespace BPrivate {
 
+/// The lines of a text, made as they are asked for.
 class TextLayout {
 public:
     struct Line : TextLine {
         float width = 0;
     };
 
-    std::vector<Line> lines;
+    TextLayout(const std::string& text, const BFont& font, float width, bool wrap)
+        : fText(text), fFont(font), fBreaker(text, SpecOf(font), width, wrap) {}
+
+    /// Null when there are not so many.
+    const Line* At(int32 index) {
+        while (static_cast<std::size_t>(index) >= fLines.size() && Add()) {
+        }
+        return index >= 0 && static_cast<std::size_t>(index) < fLines.size()
+            ? &fLines[static_cast<std::size_t>(index)]
+            : nullptr;
+    }
+
+    const std::vector<Line>& All() {
+        while (Add()) {
+        }
+        return fLines;
+    }
+
+    /// As many as it takes to reach the byte.
+    const std::vector<Line>& UpTo(int32 offset) {
+        while ((fLines.empty() || fLines.back().start < offset) && Add()) {
+        }
+        return fLines;
+    }
+
+private:
+    bool Add() {
+        Line line;
+        if (!fBreaker.Next(line))
+            return false;
+        line.width = fFont.StringWidth(fText.c_str() + line.start, line.end - line.start);
+        fLines.push_back(line);
+        return true;
+    }
+
+    const std::string& fText;
+    const BFont fFont;
+    LineBreaker fBreaker;
+    std::vector<Line> fLines;
 };
 
 }  // namespace BPrivate
@@ -79,30 +119,22 @@ void BTextView::GetFontAndColor(int32, BFont* font, rgb_color* color) const {
         *color = HighColor();
 }
 
-const TextLayout& BTextView::_Layout() const {
-    if (fLayout != nullptr)
-        return *fLayout;
-    BPrivate::MeasureText measure;
-    if (fWrap) {
-        measure = [this](int32 start, int32 end) {
-            return StringWidth(fText.c_str() + start, end - start);
-        };
-    }
-    fLayout = std::make_unique<TextLayout>();
-    for (const auto& line : BPrivate::BreakLines(fText, fTextRect.Width(), measure)) {
-        const float width = StringWidth(fText.c_str() + line.start, line.end - line.start);
-        fLayout->lines.push_back({line, width});
+TextLayout& BTextView::_Layout() const {
+    if (fLayout == nullptr) {
+        BFont font;
+        GetFont(&font);
+        fLayout = std::make_unique<TextLayout>(fText, font, fTextRect.Width(), fWrap);
     }
     return *fLayout;
 }
 
 int32 BTextView::CountLines() const {
-    return static_cast<int32>(_Layout().lines.size());
+    return static_cast<int32>(_Layout().All().size());
 }
 
 float BTextView::LineWidth(int32 line) const {
-    const auto& lines = _Layout().lines;
-    return line >= 0 && line < CountLines() ? lines[static_cast<std::size_t>(line)].width : 0;
+    const TextLayout::Line* found = _Layout().At(line);
+    return found != nullptr ? found->width : 0;
 }
 
 float BTextView::LineHeight(int32) const {
@@ -118,14 +150,14 @@ float BTextView::TextHeight(int32 startLine, int32 endLine) const {
 }
 
 int32 BTextView::OffsetAt(int32 line) const {
-    const auto& lines = _Layout().lines;
     if (line < 0)
         return 0;
-    return line < CountLines() ? lines[static_cast<std::size_t>(line)].start : TextLength();
+    const TextLayout::Line* found = _Layout().At(line);
+    return found != nullptr ? found->start : TextLength();
 }
 
 int32 BTextView::LineAt(int32 offset) const {
-    const auto& lines = _Layout().lines;
+    const auto& lines = _Layout().UpTo(offset);
     const auto after = std::upper_bound(lines.begin(), lines.end(), offset,
         [](int32 at, const TextLayout::Line& line) { return at < line.start; });
     return std::max<int32>(0, static_cast<int32>(after - lines.begin()) - 1);
@@ -137,7 +169,7 @@ void BTextView::Draw(BRect) {
     const drawing_mode mode = DrawingMode();
     SetDrawingMode(B_OP_ALPHA);
     float baseline = fTextRect.top + height.ascent;
-    for (const auto& line : _Layout().lines) {
+    for (const auto& line : _Layout().All()) {
         DrawString(
             fText.c_str() + line.start, line.end - line.start, BPoint(fTextRect.left, baseline));
         baseline += LineHeight();

@@ -151,6 +151,37 @@ float RecordingDisplay::StringWidth(const FontSpec& font, const std::string& utf
     return width;
 }
 
+std::vector<int32> RecordingDisplay::LineEnds(
+    const FontSpec& font, const std::string& utf8, float width) {
+    const auto isTrail = [&](std::size_t at) {
+        return at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xc0) == 0x80;
+    };
+    std::vector<int32> ends;
+    std::size_t blanksEnd = 0;  // behind the last blanks of the line
+    std::size_t start = 0;
+    float used = 0;
+    std::size_t at = 0;
+    while (at < utf8.size()) {
+        std::size_t next = at + 1;
+        while (isTrail(next))
+            next++;
+        const bool blank = utf8[at] == ' ';
+        if (!blank && at > start && !(used + font.size / 2 <= width)) {
+            start = blanksEnd > start ? blanksEnd : at;
+            ends.push_back(static_cast<int32>(start));
+            at = start;
+            used = 0;
+            continue;
+        }
+        used += font.size / 2;
+        at = next;
+        if (blank)
+            blanksEnd = at;
+    }
+    ends.push_back(static_cast<int32>(utf8.size()));
+    return ends;
+}
+
 void RecordingDisplay::DrawText(const PixelBuffer& buffer, BRect clip, BPoint origin,
     rgb_color color, const FontSpec& font, const std::string& utf8) {
     BPoint at = origin;

@@ -186,6 +186,9 @@ public:
     std::vector<std::string> FontFamilies() override;
     BPrivate::FontMetrics Metrics(const BPrivate::FontSpec& font) override;
     float StringWidth(const BPrivate::FontSpec& font, const std::string& utf8) override;
+    /// Breaks behind blanks, and within words wider than a line.
+    std::vector<int32> LineEnds(
+        const BPrivate::FontSpec& font, const std::string& utf8, float width) override;
     void DrawText(const BPrivate::PixelBuffer& buffer, BRect clip, BPoint origin, rgb_color color,
         const BPrivate::FontSpec& font, const std::string& utf8) override;
     BPoint PreferredSize(const ControlState& state) override;

@@ -9,8 +9,11 @@ class TextLayout;
 /// Text broken into lines within a rectangle.
 ///
 /// Lines break at line ends of the text and, where a line would be wider than the text rectangle,
-/// behind its last space or beside an ideograph; a word wider than the rectangle breaks within.
-/// Offsets are bytes of the UTF-8 text and always lie between characters.
+/// where its language lets one end; a word wider than the rectangle breaks within. Offsets are bytes
+/// of the UTF-8 text and always lie between characters.
+///
+/// Lines are laid out as far as they are asked for: LineWidth() and OffsetAt() of the first lines of
+/// a long text cost little, CountLines() costs all of it.
 ///
 /// Threads. As every view. It need not be attached to anything.
 class BTextView : public BView {
@@ -52,7 +55,7 @@ public:
     void Draw(BRect updateRect) override;
 
 private:
-    const BPrivate::TextLayout& _Layout() const;
+    BPrivate::TextLayout& _Layout() const;
 
     std::string fText;
     BRect fTextRect;

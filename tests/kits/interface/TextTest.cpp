@@ -2,7 +2,9 @@
 #include <interface/Font.h>
 #include <interface/TextView.h>
 
+#include "kits/interface/FontAccess.h"
 #include "kits/interface/LineBreaker.h"
+#include "kits/interface/ShownText.h"
 #include "tests/recording_display/RecordingDisplay.h"
 
 // Every character is 6 wide in the plain font.
@@ -10,11 +12,10 @@
 namespace {
 
 std::vector<std::string> Lines(const std::string& text, float width) {
-    const auto measure = [&](int32 start, int32 end) {
-        return BFont().StringWidth(text.c_str() + start, end - start);
-    };
+    BPrivate::LineBreaker breaker(text, BPrivate::SpecOf(BFont()), width, true);
     std::vector<std::string> lines;
-    for (const auto& line : BPrivate::BreakLines(text, width, measure))
+    BPrivate::TextLine line;
+    while (breaker.Next(line))
         lines.push_back(text.substr(
             static_cast<std::size_t>(line.start), static_cast<std::size_t>(line.end - line.start)));
     return lines;
@@ -43,11 +44,36 @@ TEST(BreakLines, LongWords) {
     EXPECT_THAT(Lines("äöü", 6), ElementsAre("ä", "ö", "ü"));
 }
 
-TEST(BreakLines, Ideographs) {
-    EXPECT_THAT(Lines("日本語文", 2 * 6), ElementsAre("日本", "語文"));
-    EXPECT_THAT(Lines("日本。語", 2 * 6), ElementsAre("日", "本。", "語"));
-    EXPECT_THAT(Lines("日本「語」", 3 * 6), ElementsAre("日本", "「語」"));
-    EXPECT_THAT(Lines("abc日本", 4 * 6), ElementsAre("abc日", "本"));
+TEST(BreakLines, WhatIsDrawnOtherwise) {
+    EXPECT_THAT(Lines("a\tb", 6 * 6), ElementsAre("a\tb"));
+    EXPECT_THAT(Lines("a\tb", 5 * 6), ElementsAre("a", "b"));
+    EXPECT_THAT(Lines("\t\t", 6), ElementsAre("\t\t"));
+    EXPECT_THAT(Lines("a\xff\xff"
+                      "b",
+                    2 * 6),
+        ElementsAre("a\xff",
+            "\xff"
+            "b"));
+    EXPECT_THAT(Lines("\x01\x02"
+                      "ab\x1b",
+                    6),
+        ElementsAre("\x01\x02"
+                    "a",
+            "b\x1b"));
+}
+
+/// The windows that a long paragraph is looked at through change nothing.
+TEST(BreakLines, LongParagraphs) {
+    std::string text;
+    std::vector<std::string> meant;
+    for (int i = 0; i < 5000; i++) {
+        text += "word日本 ";
+        meant.push_back("word日本");
+    }
+    meant.back() += " ";
+    EXPECT_EQ(Lines(text, 8 * 6), meant);
+    EXPECT_THAT(
+        Lines(std::string(100'000, 'x'), 10'000'000), ElementsAre(std::string(100'000, 'x')));
 }
 
 TEST(BreakLines, AllTextIsInSomeLineAndNoneIsTooWide) {
@@ -66,6 +92,21 @@ TEST(BreakLines, AllTextIsInSomeLineAndNoneIsTooWide) {
         std::erase(all, ' ');
         EXPECT_EQ(shown, all);
     }
+}
+
+TEST(ShownText, IsValidAndTellsWhereItComesFrom) {
+    std::vector<int32> sources;
+    EXPECT_EQ(BPrivate::ShownText("a\t\x02\xe6\x97\xa5\xff\x1az", &sources),
+        "a    \xe6\x97\xa5\xef\xbf\xbd\xef\xbf\xbdz");
+    EXPECT_THAT(sources, ElementsAre(0, 1, 1, 1, 1, 3, 3, 3, 6, 6, 6, 7, 7, 7, 8, 9));
+    for (const char* broken : {"\xc0\x80", "\xe0\x80\x80", "\xed\xa0\x80", "\xf0\x80\x80\x80",
+             "\xf4\x90\x80\x80", "\xf5", "\x80", "\xe6\x97"}) {
+        std::string replaced;
+        for (std::size_t i = 0; broken[i] != 0; i++)
+            replaced += "\xef\xbf\xbd";
+        EXPECT_EQ(BPrivate::ShownText(broken), replaced);
+    }
+    EXPECT_EQ(BPrivate::ShownText("\xf0\x9f\x98\x80"), "\xf0\x9f\x98\x80");
 }
 
 TEST(TextView, LinesOfAComment) {
