@@ -36,7 +36,9 @@ using namespace std::chrono_literals;
 constexpr int kPhotos = 6;
 constexpr int kStarts = 9;
 constexpr double kFirstLimit = 2.0;
+constexpr int kStepRuns = 3;
 constexpr double kStepLimit = 10.0;
+constexpr double kCommentLimit = 5.0;
 constexpr auto kPatience = 60s;
 
 // What the window's thread has drawn, for the thread that measures.
@@ -94,7 +96,7 @@ void AwaitRest() {
 }
 
 // One key, and the drawing that ends what it started.
-void Step(char key) {
+void MakeStep(char key) {
     AwaitRest();
     std::unique_lock lock(gLock);
     bench::Drawing before = gLast;
@@ -122,15 +124,43 @@ int Steps(int argc, char** argv) {
         lock.unlock();
         for (int round = 0; round < 3; ++round) {
             for (int i = 1; i < kPhotos; ++i)
-                Step(' ');
+                MakeStep(' ');
             for (int i = 1; i < kPhotos; ++i)
-                Step(B_BACKSPACE);
+                MakeStep(B_BACKSPACE);
         }
         std::_Exit(0);
     });
     int status = lorivane_main(argc, argv);
     hand.detach();
     return status;
+}
+
+// The photographs again, each with a comment of about 2 kB.
+std::filesystem::path MakeCommented(const std::filesystem::path& photos) {
+    std::filesystem::path folder = photos.parent_path() / "commented";
+    std::filesystem::copy(photos, folder);
+    std::string text;
+    while (text.size() < 2000)
+        text += "A line as one writes it below a photograph, 日本語も少し。\n";
+    for (int i = 0; i < kPhotos; ++i)
+        std::ofstream(folder / ("photo" + std::to_string(i) + ".txt")) << text;
+    return folder;
+}
+
+struct Step {
+    double time = 0;  // milliseconds, as all here
+    double threadTime = 0;
+};
+
+void AddSteps(const std::filesystem::path& folder, std::vector<Step>& steps) {
+    std::vector<std::string> lines = RunSelf("steps", folder.string());
+    if (lines.size() != 3 * 2 * (kPhotos - 1))
+        GiveUp("the viewer did not make every step");
+    for (const std::string& line : lines) {
+        Step step;
+        std::istringstream(line) >> step.time >> step.threadTime;
+        steps.push_back(step);
+    }
 }
 
 int Measure(const std::filesystem::path& folder) {
@@ -140,6 +170,7 @@ int Measure(const std::filesystem::path& folder) {
         if (!bench::WritePhoto((photos / ("photo" + std::to_string(i) + ".jpg")).string(), i))
             GiveUp("the photographs could not be written");
     }
+    std::filesystem::path comments = MakeCommented(photos);
     setenv("XDG_CONFIG_HOME", (folder / "settings").c_str(), 1);
 
     std::string photo = (photos / "photo0.jpg").string();
@@ -155,14 +186,18 @@ int Measure(const std::filesystem::path& folder) {
     double decoding = bench::Median(decodings);
     double first = bench::Median(starts);
 
-    for (const std::string& line : RunSelf("steps", photos.string())) {
-        double time = 0, thread = 0;
-        std::istringstream(line) >> time >> thread;
-        steps.push_back(time);
-        threads.push_back(thread);
+    std::vector<Step> plain, commented;
+    for (int i = 0; i < kStepRuns; ++i) {
+        AddSteps(photos, plain);
+        AddSteps(comments, commented);
     }
-    if (steps.size() != 3 * 2 * (kPhotos - 1))
-        GiveUp("the viewer did not make every step");
+    for (const Step& step : plain) {
+        steps.push_back(step.time);
+        threads.push_back(step.threadTime);
+    }
+    std::vector<double> withComments;
+    for (const Step& step : commented)
+        withComments.push_back(step.time);
     double busiest = *std::max_element(threads.begin(), threads.end());
 
     std::printf("decoding 12 megapixels alone: %.1f ms (median of %d)\n", decoding, kStarts);
@@ -171,6 +206,8 @@ int Measure(const std::filesystem::path& folder) {
         *std::max_element(steps.begin(), steps.end()), steps.size());
     bool good = bench::Judge(
         "start to first drawing, against decoding alone", first / decoding, kFirstLimit, "x");
+    good &= bench::Judge("the same with a comment of 2 kB, longer by",
+        bench::Median(withComments) - bench::Median(steps), kCommentLimit, "ms");
     good &= bench::Judge(
         "key to finished drawing of a cached neighbour", bench::Median(steps), kStepLimit, "ms");
     // Were one decoded there, a step would cost the window's thread a whole decoding.

@@ -67,6 +67,7 @@ void DrawEnlarged(
     QPainter& painter, QPointF origin, const QFont& font, const QString& text, qreal ratio) {
     QTextOption plain(Qt::AlignLeft | Qt::AlignAbsolute);
     plain.setWrapMode(QTextOption::NoWrap);
+    plain.setTextDirection(Qt::LayoutDirectionAuto);
     QTextLayout layout(text, font, painter.device());
     layout.setTextOption(plain);
     layout.beginLayout();
