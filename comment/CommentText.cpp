@@ -91,5 +91,7 @@ std::string comment_to_utf8(const std::string& text, int32 encoding) {
     if (conversion == 0 || text.empty())
         return text;
     std::string converted = convert(text, conversion);
-    return converted.empty() ? text : converted;
+    if (converted.empty())
+        return text;
+    return converted;
 }
