@@ -107,6 +107,10 @@ class Window:
         self._ask_manager("_NET_ACTIVE_WINDOW", 2, X.CurrentTime)
         wait_for(self.has_keys, "the window has the keyboard")
 
+    def ask_state(self, name, on):
+        """Asks the window manager for a state such as _NET_WM_STATE_FULLSCREEN, or to end it."""
+        self._ask_manager("_NET_WM_STATE", int(on), self.screen.atom(name))
+
     def has_keys(self):
         """Whether what is typed goes to the window, or to one within it."""
         focus = self.screen.display.get_input_focus().focus

@@ -3,6 +3,7 @@
 #include <QInputEvent>
 #include <QKeyEvent>
 #include <QThread>
+#include <utility>
 
 #include "kits/desktop/Keyboard.h"
 #include "kits/desktop/Keys.h"
@@ -74,7 +75,7 @@ void Keyboard::HandleKey(const QKeyEvent& event, bool press) {
     fHeardEvent = true;
     // A key that repeats is reported as released and pressed again, and is held all the while.
     if (press)
-        fRepeatCount = event.isAutoRepeat() ? fRepeatCount + 1 : 0;
+        fRepeatCount = IsRepeat(event) ? fRepeatCount + 1 : 0;
     const KeyInput input = TranslateKey(event);
     if (!event.isAutoRepeat())
         SetHeld(input.key, press);
@@ -104,6 +105,15 @@ void Keyboard::HandleKey(const QKeyEvent& event, bool press) {
             modifiers |= side.right;
     }
     fModifiers = modifiers;
+}
+
+bool Keyboard::IsRepeat(const QKeyEvent& press) {
+    // On X11 a release and a press of the same millisecond count as a repeat. A program that
+    // plays a keyboard strokes keys that fast, but no keyboard repeats within a few milliseconds.
+    constexpr uint64 kShortest = 5;
+    const uint64 before = std::exchange(fPressTime, press.timestamp());
+    const bool timed = fPressTime != 0 && before != 0;
+    return press.isAutoRepeat() && !(timed && fPressTime - before < kShortest);
 }
 
 void Keyboard::SetHeld(int32 key, bool held) {

@@ -31,6 +31,7 @@ public:
 
 private:
     void HandleKey(const QKeyEvent& event, bool press);
+    bool IsRepeat(const QKeyEvent& press);
     void SetHeld(int32 key, bool held);
     bool IsHeld(int32 key) const;
     void ReleaseAll();
@@ -40,6 +41,7 @@ private:
     std::array<std::atomic<uint8>, sizeof(key_info::key_states)> fHeld{};
     std::atomic<bool> fHeardEvent{false};
     int32 fRepeatCount = 0;
+    uint64 fPressTime = 0;  // in milliseconds
 };
 
 }  // namespace BPrivate

@@ -35,10 +35,10 @@ ScreenPlace ScreenTable::Holding(const QRect& frame) const {
     return most == fScreens.end() ? ScreenPlace{} : *most;
 }
 
-bool ScreenTable::Shows(const QRect& frame) const {
+bool ScreenTable::HasMiddle(const QRect& frame) const {
     const std::lock_guard lock(fLock);
     return std::ranges::any_of(
-        fScreens, [&](const ScreenPlace& screen) { return screen.frame.intersects(frame); });
+        fScreens, [&](const ScreenPlace& screen) { return screen.frame.contains(frame.center()); });
 }
 
 bool CoversScreen(const QRect& frame, const QRect& screen) {

@@ -25,8 +25,8 @@ public:
     ScreenPlace Main() const;
     /// The screen that holds most of a window of that frame; the main one when none holds any.
     ScreenPlace Holding(const QRect& frame) const;
-    /// Whether any of the frame can be seen.
-    bool Shows(const QRect& frame) const;
+    /// Whether the middle of a window of that frame can be seen.
+    bool HasMiddle(const QRect& frame) const;
 
 private:
     mutable std::mutex fLock;

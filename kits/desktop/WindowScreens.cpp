@@ -57,9 +57,9 @@ void WindowWidget::FollowScreen() {
 void WindowWidget::ScreensChanged() {
     FollowScreen();
     const ScreenTable& table = *fScreens.Table();
-    if (!HasPositions() || !isVisible() || fCovers || table.Shows(geometry()))
+    if (!HasPositions() || !isVisible() || fCovers || table.HasMiddle(geometry()))
         return;
-    // The screen it was on has gone, and not every window manager looks after its windows.
+    // The screen it was on has gone. Window managers leave it there, or let an edge be seen.
     setGeometry(BroughtOnto(geometry(), table.Main().frame));
 }
 

@@ -40,11 +40,12 @@ void WindowWidget::Uncover() {
 void WindowWidget::FullScreenChanged() {
     if (fSettling.isActive() || !fCovers || isFullScreen())
         return;
-    // The window manager has ended it. The frame it gives the window instead is told when it has.
+    // The window manager has ended it, and gives the window another frame now or has done so.
     fCovers = false;
     ApplyLimits();
-    fTriesLeft = 0;
-    fSettling.start();
+    PlaceContent();
+    TellMoved();
+    TellResized();
 }
 
 bool WindowWidget::HasSettled() const {

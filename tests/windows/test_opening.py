@@ -80,6 +80,8 @@ class Opening(ViewerTest):
                 "05-leaf.png", "06-turned.jpg", "07-numbers.gif", "08-stripes.ppm", "09-tiny.png",
                 "桜.jpg"):
             viewer.wait_shown(name)
+            # A key struck before the picture is on the screen does not count.
+            viewer.wait_idle()
             viewer.key("space")
         self.assert_clean(viewer)
 

@@ -17,19 +17,45 @@ sys.path.insert(0, os.path.join(ROOT, "tools"))
 sys.dont_write_bytecode = True
 
 import png  # noqa: E402
+import settings_file  # noqa: E402
 import x11  # noqa: E402
 
 PROGRAM = os.environ.get("LORIVANE", os.path.join(ROOT, "build", "lorivane"))
 SAMPLES = os.path.join(ROOT, "samples")
 BACKGROUNDS = "/usr/share/backgrounds/mate/nature"
 
-# The status bar and what the window needs above the image, in pixels.
+SCREEN = (1280, 1024)
+
 STATUS_BAR_HEIGHT = 14
+SCROLL_BAR_THICKNESS = 14
+SCROLL_BAR_EXTENT = 13  # what a horizontal one takes from the height
+
+BLACK = (0, 0, 0)
 
 
 def color_of(index):
     """A colour of its own for each of the first 512 numbers, never black."""
     return 55 + index % 8 * 25, 55 + index // 8 % 8 * 25, 55 + index // 64 % 8 * 25
+
+
+def measured(width, height):
+    """A PNG picture whose every pixel tells where it is; see place_of."""
+    x = range(width)
+
+    def row(y):
+        pixels = bytearray(width * 3)
+        pixels[0::3] = bytes(c & 0xff for c in x)
+        pixels[1::3] = bytes(c >> 8 & 0xf | y >> 4 & 0xf0 for c in x)
+        pixels[2::3] = bytes([y & 0xff]) * width
+        return bytes(pixels)
+
+    return png.encode(width, height, [row(y) for y in range(height)])
+
+
+def place_of(color):
+    """The column and the row, each modulo 4096, of a pixel of a measured picture."""
+    red, green, blue = color
+    return red | (green & 0xf) << 8, blue | green >> 4 << 8
 
 
 class Viewer:
@@ -67,12 +93,49 @@ class Viewer:
     def wait_shown(self, name, seconds=20):
         self.wait_title(f"{name} - Lorivane", seconds)
 
+    def is_full_screen(self):
+        return "_NET_WM_STATE_FULLSCREEN" in self.window.states()
+
+    def wait_full_screen(self, on=True):
+        x11.wait_for(lambda: self.is_full_screen() == on
+            and (not on or self.window.frame() == (0, 0, *SCREEN)),
+            lambda: f"full screen: {on}; {self.window.states()} at {self.window.frame()}")
+
+    def wait_frame(self, *frame):
+        """Until the content is at that left, top, width and height; None is any."""
+        x11.wait_for(lambda: all(wanted in (None, found)
+                for wanted, found in zip(frame, self.window.frame())),
+            lambda: f"the window is at {frame}; it is at {self.window.frame()}")
+
+    def wait_settled(self):
+        """Until nothing happens any more and the frame stays; the frame."""
+        while True:
+            before = self.window.frame()
+            self.wait_idle()
+            if self.window.frame() == before:
+                return before
+
+    def image_area(self):
+        """Left, top, width and height on the screen of what the menu and the status bar leave,
+        scroll bars included."""
+        left, top, width, height = self.window.frame()
+        if self.is_full_screen():
+            return left, top, width, height
+        menu = self.test.menu_height()
+        return left, top + menu, width, height - menu - STATUS_BAR_HEIGHT
+
+    def area_picture(self):
+        return self.screen.picture(*self.image_area())
+
     def centre(self):
         """The colour in the middle of the image area."""
-        left, top, width, height = self.window.frame()
-        picture = self.screen.picture(left + width // 2,
-            top + (height - STATUS_BAR_HEIGHT) // 2, 1, 1)
-        return picture.at(0, 0)
+        left, top, width, height = self.image_area()
+        return self.screen.picture(left + width // 2, top + height // 2, 1, 1).at(0, 0)
+
+    def wheel(self, down=True):
+        """One notch with the pointer over the image."""
+        left, top, width, height = self.image_area()
+        self.screen.click(left + width // 3, top + height // 3, which=5 if down else 4)
 
     def wait_centre(self, color, seconds=20):
         x11.wait_for(lambda: self.centre() == tuple(color),
@@ -80,6 +143,11 @@ class Viewer:
 
     def key(self, *names):
         self.screen.key(*names)
+
+    def pixel_is(self, x, y, color):
+        """Whether a pixel of the image area has that colour."""
+        left, top, _width, _height = self.image_area()
+        return self.screen.picture(left + x, top + y, 1, 1).at(0, 0) == tuple(color)
 
     def wait_idle(self):
         """Until none of its threads has had anything to do for a while."""
@@ -129,6 +197,40 @@ class ViewerTest(unittest.TestCase):
         # The pointer rests where it disturbs nobody.
         self.screen.move_pointer(1279, 1023)
 
+    # The height of the menu bar, the same in all windows of a program.
+    _menu_height = None
+
+    def menu_height(self):
+        """What the window has above the image."""
+        if ViewerTest._menu_height is None:
+            folder = tempfile.mkdtemp(prefix="lorivane-test-")
+            self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+            with open(os.path.join(folder, "fitted.png"), "wb") as file:
+                file.write(png.plain(400, 300, (1, 2, 3)))
+            environment = {**self.environment(), "XDG_CONFIG_HOME": os.path.join(folder, "new")}
+            probe = Viewer(self, [folder], environment, folder)
+            try:
+                probe.wait_shown("fitted.png")
+                probe.wait_frame(None, None, 400, None)
+                height = probe.wait_settled()[3]
+            finally:
+                probe.end()
+            ViewerTest._menu_height = height - 300 - STATUS_BAR_HEIGHT
+        return ViewerTest._menu_height
+
+    def preferences(self, *fields):
+        """Settings for the next start; `settings_file` has their kinds."""
+        settings_file.write(self.settings, "Lorivane", "Lorivane_Prefs.arc", *fields)
+
+    def display_option(self, option):
+        self.preferences(settings_file.int32("DsOp", option))
+
+    def saved_frame(self, left, top, right, bottom):
+        """The frame the last run is to have had: the content's edges, all inclusive."""
+        settings_file.write(self.settings, "Lorivane", "Lorivane_ExitStates.arc",
+            settings_file.string("_Ver", "1.0"),
+            settings_file.rect("_WFr", left, top, right, bottom))
+
     def environment(self):
         return {**os.environ, "HOME": self.home, "XDG_CONFIG_HOME": self.settings,
             "QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8"}
@@ -154,6 +256,10 @@ class ViewerTest(unittest.TestCase):
     def picture(self, name, color, width=320, height=240):
         """Writes a PNG picture of one colour."""
         return self.write(name, png.plain(width, height, color))
+
+    def measured_picture(self, name, width, height):
+        """Writes a PNG picture whose pixels tell their places."""
+        return self.write(name, measured(width, height))
 
     def pictures(self, count):
         """Writes pictures p000.png and so on, each in its color_of."""

@@ -1,6 +1,6 @@
 #include "tests/kits/desktop/Input.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -16,6 +16,7 @@ void SendKey(QWidget& window, QEvent::Type type, const KeyAction& action) {
     QKeyEvent event(type, action.key, action.modifiers,
         action.scanCode == 0 ? 0 : action.scanCode + 8, 0, 0, QString::fromStdString(action.text),
         action.repeats);
+    event.setTimestamp(action.time);
     QCoreApplication::sendEvent(window.windowHandle(), &event);
 }
 
@@ -49,7 +50,7 @@ void TurnWheel(QWidget& window, QPoint angle, const WheelAction& action) {
         Qt::NoButton, Qt::NoModifier, action.phase, false);
     // Qt offers only a user's turns to the widgets around the one under the pointer.
     QSpontaneKeyEvent::setSpontaneous(&event);
-    QCoreApplication::sendEvent(window.windowHandle(), &event);
+    qApp->notify(window.windowHandle(), &event);
 }
 
 bool Drop(QWidget& window, const std::string& uriList, Qt::DropActions offered) {

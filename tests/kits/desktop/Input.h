@@ -14,6 +14,7 @@ struct KeyAction {
     Qt::KeyboardModifiers modifiers = {};
     bool repeats = false;
     uint32_t scanCode = 0;
+    uint64_t time = 0;  ///< in milliseconds; 0 when unknown
 };
 
 void PressKey(QWidget& window, const KeyAction& action);

@@ -1,0 +1,147 @@
+"""The program on Wayland: a window of its size, full screen, and back as it was."""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tools"))
+import png  # noqa: E402
+
+PROGRAM = os.environ["LORIVANE"]
+SCREEN = (1280, 1024)
+BLACK, RED, BLUE = (0, 0, 0), (220, 30, 40), (20, 60, 230)
+
+
+def wait_for(condition, what, seconds=20):
+    end = time.monotonic() + seconds
+    while not (value := condition()):
+        if time.monotonic() > end:
+            raise AssertionError(f"after {seconds} s, not: {what() if callable(what) else what}")
+        time.sleep(0.02)
+    return value
+
+
+def window():
+    """What the compositor says of the program's window; None while there is none."""
+    tree = subprocess.run(["swaymsg", "-t", "get_tree"], check=True, capture_output=True).stdout
+    nodes = [json.loads(tree)]
+    while nodes:
+        node = nodes.pop()
+        if node.get("app_id") == "lorivane":
+            return node
+        nodes += node["nodes"] + node["floating_nodes"]
+    return None
+
+
+def size():
+    rect = window()["rect"]
+    return rect["width"], rect["height"]
+
+
+def shown():
+    """The screen's pixels, as a function of x and y."""
+    data = subprocess.run(["grim", "-t", "ppm", "-"], check=True, capture_output=True).stdout
+    _, extent, _, pixels = data.split(b"\n", 3)
+    width = int(extent.split()[0])
+
+    def at(x, y):
+        return tuple(pixels[(y * width + x) * 3:(y * width + x) * 3 + 3])
+
+    return at
+
+
+def key(name):
+    subprocess.run(["wtype", "-k", name], check=True)
+
+
+class OnWayland(unittest.TestCase):
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        for name, color, width, height in (("a.png", RED, 320, 240), ("b.png", BLUE, 500, 400)):
+            with open(os.path.join(place.name, name), "wb") as file:
+                file.write(png.plain(width, height, color))
+        environment = {**os.environ, "HOME": place.name, "QT_QPA_PLATFORM": "wayland",
+            "XDG_CONFIG_HOME": os.path.join(place.name, "settings"), "LC_ALL": "C.UTF-8"}
+        self.program = subprocess.Popen([PROGRAM, place.name], env=environment)
+        self.addCleanup(self.program.wait)
+        self.addCleanup(self.program.kill)
+        wait_for(lambda: (window() or {}).get("name", "").startswith("a.png")
+            and window()["focused"], "the first picture's window")
+        wait_for(lambda: size()[0] == 320, lambda: f"a window as wide as it; it is {size()}")
+
+    def wait_only(self, color):
+        def is_shown():
+            at = shown()
+            edges = [at(SCREEN[0] // 2, y) for y in (0, SCREEN[1] - 1)]
+            return at(SCREEN[0] // 2, SCREEN[1] // 2) == color and edges == [BLACK, BLACK]
+
+        wait_for(is_shown, f"the screen shows {color} on black")
+
+    def wait_windowed(self, color, extent):
+        wait_for(lambda: not window()["fullscreen_mode"] and size() == extent,
+            lambda: f"a window of {extent}; it is {size()}")
+
+        def is_shown():
+            rect = window()["rect"]
+            at = shown()
+            return at(rect["x"] + extent[0] // 2, rect["y"] + extent[1] // 2) == color and \
+                at(2, 2) not in (BLACK, color)
+
+        wait_for(is_shown, f"the window shows {color}")
+
+    @staticmethod
+    def has_status_bar():
+        rect = window()["rect"]
+        return min(shown()(rect["x"] + rect["width"] - 20, rect["y"] + rect["height"] - 3)) > 150
+
+    def test_full_screen_and_back(self):
+        before = size()
+        for _ in range(3):
+            key("F5")
+            wait_for(lambda: window()["fullscreen_mode"], "full screen")
+            self.wait_only(RED)
+            key("Escape")
+            self.wait_windowed(RED, before)
+
+    def test_the_window_follows_the_pictures_size(self):
+        before = size()
+        key("space")
+        self.wait_windowed(BLUE, (500, before[1] + 160))
+        key("F5")
+        self.wait_only(BLUE)
+        key("BackSpace")
+        self.wait_only(RED)
+        key("F5")
+        self.wait_windowed(RED, before)
+
+    def test_toggled_quickly_it_ends_as_it_began(self):
+        before = size()
+        for _ in range(20):
+            key("F5")
+        self.wait_windowed(RED, before)
+        key("F5")
+        self.wait_only(RED)
+
+    def test_the_compositor_may_end_it(self):
+        key("F5")
+        self.wait_only(RED)
+        # Within the time in which the program expects its own request to be carried out, it would
+        # ask for it again.
+        time.sleep(1)
+        subprocess.run(["swaymsg", "fullscreen", "disable"], check=True, capture_output=True)
+        wait_for(lambda: not window()["fullscreen_mode"], "a window again")
+        wait_for(self.has_status_bar, "the program knows it")
+        key("F5")
+        self.wait_only(RED)
+        key("F5")
+        wait_for(lambda: not window()["fullscreen_mode"] and size()[0] < SCREEN[0],
+            "a window again")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
