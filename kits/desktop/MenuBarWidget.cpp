@@ -37,9 +37,9 @@ public:
 class MenuBarWidget : public ControlWidget {
 public:
     MenuBarWidget(Bar* bar, ControlReport report)
-        : ControlWidget(bar), fBar(*bar), fReport(std::move(report)),
-          fEvents{[this](int32 item) { ReportChosen(item); }, [this] { Shown(); },
-              [this] { fClosing.start(0); }},
+        : ControlWidget(bar), fBar(*bar),
+          fReport(std::move(report)), fEvents{[this](int32 item) { ReportChosen(item); },
+                                          [this] { Shown(); }, [this] { fClosing.start(0); }},
           fMenus(fBar, fEvents) {
         // One menu is closed before the next is opened.
         fClosing.setSingleShot(true);

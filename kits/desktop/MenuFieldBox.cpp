@@ -3,6 +3,7 @@
 #include <QStandardItemModel>
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
+#include <algorithm>
 #include <utility>
 
 #include "kits/desktop/MenuText.h"
@@ -15,8 +16,14 @@ constexpr int kIndent = 4;  // in spaces
 
 }  // namespace
 
-MenuFieldBox::MenuFieldBox(QWidget* parent) : QComboBox(parent) {
-    setSizeAdjustPolicy(AdjustToContents);
+QSize MenuFieldBox::sizeHint() const {
+    int width = fontMetrics().horizontalAdvance(placeholderText());
+    for (int row = 0; row < count(); ++row)
+        width = std::max(width, fontMetrics().horizontalAdvance(itemText(row)));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    return style()->sizeFromContents(
+        QStyle::CT_ComboBox, &option, QSize(width, fontMetrics().height()), this);
 }
 
 void MenuFieldBox::SetMenu(const MenuFieldState& state) {
@@ -60,9 +67,7 @@ void MenuFieldBox::Fill() {
     }
     auto* filled = new QStandardItemModel(0, 1, this);
     filled->invisibleRootItem()->appendRows(items);
-    QAbstractItemModel* before = model();
-    setModel(filled);
-    delete before;
+    setModel(filled);  // which deletes the one before
 }
 
 int32 MenuFieldBox::ItemAt(int row) const {

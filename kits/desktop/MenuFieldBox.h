@@ -11,7 +11,7 @@ namespace BPrivate {
 /// stand below the submenu's title, indented.
 class MenuFieldBox : public QComboBox {
 public:
-    explicit MenuFieldBox(QWidget* parent);
+    explicit MenuFieldBox(QWidget* parent) : QComboBox(parent) {}
 
     void SetMenu(const MenuFieldState& state);
 
@@ -20,6 +20,9 @@ public:
     void Chosen(int row);
     /// The item in that row; 0 when it cannot be chosen.
     int32 ItemAt(int row) const;
+
+    /// As wide as the longest item. Qt's policy for that would also set the width by itself.
+    QSize sizeHint() const override;
 
 protected:
     void initStyleOption(QStyleOptionComboBox* option) const override;

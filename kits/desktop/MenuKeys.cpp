@@ -27,7 +27,7 @@ bool MenuKeys::eventFilter(QObject* receiver, QEvent* event) {
     if (!isKey && type != QEvent::ShortcutOverride)
         return false;
     // An event passes here for its window first, and then for each widget it is offered to.
-    if (receiver->isWindowType() && isKey)
+    if (receiver->isWindowType())
         Follow(*static_cast<QKeyEvent*>(event));
     if (!receiver->isWidgetType() || static_cast<QWidget*>(receiver)->window() != fContent.window())
         return false;
@@ -35,7 +35,8 @@ bool MenuKeys::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
-    return fIsMenus;
+    // An open menu passes keys on to its bar, which is one of the window's widgets.
+    return fIsMenus && !HasMenuOpen();
 }
 
 bool MenuKeys::HasMenuOpen() const {
@@ -50,8 +51,13 @@ bool MenuKeys::HasMenuOpen() const {
 void MenuKeys::Follow(const QKeyEvent& event) {
     const quint32 number = NumberOf(event);
     const bool isOpen = HasMenuOpen();
+    if (event.type() == QEvent::ShortcutOverride) {
+        fOffered = isOpen ? number : 0;
+        return;
+    }
     if (event.type() == QEvent::KeyPress) {
-        if (isOpen)
+        // A menu may close already when it is asked whether the key is a shortcut.
+        if (std::exchange(fOffered, 0) == number || isOpen)
             fTaken.insert(number);
         else if (!event.isAutoRepeat())
             fTaken.erase(number);

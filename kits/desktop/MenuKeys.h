@@ -27,6 +27,7 @@ private:
     QWidget& fContent;
     const std::function<void(const QKeyEvent& event)> fReleased;
     std::set<quint32> fTaken;  // keys that went to a menu and are held
+    quint32 fOffered = 0;      // the key a menu was asked about before it was pressed
     bool fIsMenus = false;     // the event that is being handled is none of the window's
 };
 

@@ -12,6 +12,10 @@ namespace BPrivate {
 
 namespace {
 
+// An open menu is laid out whole for each entry that comes or goes: entries laid out in a tenth of
+// a second.
+constexpr qsizetype kMostWork = 20000;
+
 void SetRadio(QAction& entry, bool radio) {
     if (radio == (entry.actionGroup() != nullptr))
         return;
@@ -48,6 +52,7 @@ void MenuTree::Update(const std::vector<MenuItemState>& items) {
         wanted.append(node.entry);
     }
     std::swap(fNodes, now);
+    CloseIfSlow(wanted, now.size());
     for (auto& [id, gone] : now)
         Retire(gone);
     Arrange(wanted);
@@ -121,6 +126,16 @@ void MenuTree::Retire(Node& node) {
     } else {
         node.entry->deleteLater();
     }
+}
+
+void MenuTree::CloseIfSlow(const QList<QAction*>& wanted, size_t gone) {
+    auto* menu = dynamic_cast<Menu*>(&fOwner);
+    if (menu == nullptr || !menu->isVisible())
+        return;
+    const qsizetype kept = menu->actions().size() - static_cast<qsizetype>(gone);
+    const qsizetype changes = static_cast<qsizetype>(gone) + wanted.size() - kept;
+    if (changes * wanted.size() > kMostWork)
+        menu->close();
 }
 
 void MenuTree::Arrange(const QList<QAction*>& wanted) {

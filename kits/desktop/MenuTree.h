@@ -47,6 +47,8 @@ private:
     Node Make(const MenuItemState& item);
     void Show(Node& node, const MenuItemState& item);
     void Retire(Node& node);
+    /// Closes an open menu that would take the user's patience to change as it stands.
+    void CloseIfSlow(const QList<QAction*>& wanted, size_t gone);
     void Arrange(const QList<QAction*>& wanted);
     void Triggered(int32 item);
 

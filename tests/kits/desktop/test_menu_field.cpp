@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QTest>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <interface/InterfaceDefs.h>
@@ -114,6 +115,7 @@ TEST_F(MenuField, TellsWhatIsChosen) {
     const BMessage change = fScreen.Messages().All(kControlChanged)[0];
     EXPECT_EQ(change.GetInt32("control", 0), kField);
     // The keys were the menu's.
+    EXPECT_TRUE(fScreen.Messages().All(B_KEY_DOWN).empty());
     for (const BMessage& up : fScreen.Messages().All(B_KEY_UP))
         EXPECT_NE(up.GetInt32("raw_char", 0), B_ENTER);
 }
@@ -186,6 +188,15 @@ TEST_F(MenuField, IsAsWideAsItsLongestItemUnlessItFillsTheControl) {
     EXPECT_EQ(Box().width(), 140);
     EXPECT_GT(TheDisplay().PreferredSize(fState).x, 200);
     EXPECT_GT(TheDisplay().PreferredSize(fState).y, 10);
+}
+
+TEST_F(MenuField, KeepsItsSizeWhenItsItemsChange) {
+    SetUsual();
+    // Longer than the timer of Qt's own adjusting, which is older.
+    bool later = false;
+    QTimer::singleShot(50, [&] { later = true; });
+    ASSERT_TRUE(PumpUntil([&] { return later; }));
+    EXPECT_EQ(Box().geometry(), QRect(60, 0, 140, 27));
 }
 
 TEST_F(MenuField, ShowsSubmenusBelowTheirTitles) {
