@@ -107,6 +107,8 @@ void ControlSet::OpenMenu(ControlId bar, int32 item) {
 bool ControlSet::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
+    if (fMenuKeys.IsMenus())
+        return false;
     auto& key = *static_cast<QKeyEvent*>(event);
     const bool isForKits = IsForKits(key, receiver);
     // Every release is told, since whether a widget takes it says nothing about the press.

@@ -35,8 +35,9 @@ bool MenuKeys::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
-    // An open menu passes keys on to its bar, which is one of the window's widgets.
-    return fIsMenus && !HasMenuOpen();
+    // An open menu passes keys on to its bar, which is one of the window's widgets; what the bar
+    // has no use for goes on to the content, and no further.
+    return fIsMenus && (!HasMenuOpen() || receiver == &fContent);
 }
 
 bool MenuKeys::HasMenuOpen() const {

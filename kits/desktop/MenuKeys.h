@@ -20,6 +20,10 @@ public:
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
+    /// Whether the key event that is being handled is an open menu's, which offers those it has no
+    /// use for to its bar.
+    bool IsMenus() const { return fIsMenus; }
+
 private:
     bool HasMenuOpen() const;
     void Follow(const QKeyEvent& event);

@@ -30,6 +30,12 @@ class CommentsTest(ViewerTest):
         x11.wait_for(lambda: condition(self.band(viewer)),
             lambda: f"{what}; the band is {self.band(viewer)}")
 
+    def toggle(self, viewer):
+        viewer.key("Alt_L", "v")
+        self.wait_band(viewer, lambda band: band is not None and band[1] < MARGIN,
+            "the menu is open")
+        viewer.key("c")
+
     def test_stands_at_the_bottom_in_its_colours(self):
         self.picture("a.png")
         self.write("a.txt", "A comment".encode())
@@ -46,9 +52,9 @@ class CommentsTest(ViewerTest):
         # Black of alpha 127 over red.
         self.assertEqual(picture.at(left, top), (128, 0, 0))
         self.assertEqual(picture.at(left - 1, top), RED)
-        whites = sum(picture.at(x, y) == (255, 255, 255)
+        letters = sum(min(picture.at(x, y)) > 100
             for y in range(top, bottom) for x in range(left, right))
-        self.assertGreater(whites, 20)
+        self.assertGreater(letters, 20)
 
     def test_each_encoding_shows_the_same(self):
         text = "日本語の文章です。\n髙橋①"
@@ -73,11 +79,9 @@ class CommentsTest(ViewerTest):
         viewer = self.start(os.path.join(self.folder, "a.png"))
         viewer.wait_shown("a.png")
         self.wait_band(viewer, lambda band: band is not None, "the comment is shown")
-        viewer.key("Alt_L", "v")
-        viewer.key("c")
+        self.toggle(viewer)
         self.wait_band(viewer, lambda band: band is None, "the comment is gone")
-        viewer.key("Alt_L", "v")
-        viewer.key("c")
+        self.toggle(viewer)
         self.wait_band(viewer, lambda band: band is not None, "the comment is back")
 
     def test_what_is_no_text_does_no_harm(self):
