@@ -68,8 +68,12 @@ void RecordingWindow::Minimize(bool minimize) {
 }
 
 BRect RecordingWindow::ScreenFrame() {
-    const std::lock_guard guard(fWindow->fLock);
-    return fWindow->fScreenFrame.value_or(TheRecordingDisplay().MainScreenFrame());
+    std::optional<BRect> own;
+    {
+        const std::lock_guard guard(fWindow->fLock);
+        own = fWindow->fScreenFrame;
+    }
+    return own.value_or(TheRecordingDisplay().MainScreenFrame());
 }
 
 float RecordingWindow::PixelRatio() {
