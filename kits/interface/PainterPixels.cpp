@@ -47,13 +47,14 @@ template <>
 void DrawSameSize<ReadRgba32, WriteCopy>(
     const PixelBuffer& to, PixelRect area, const PixelBuffer& from, int32 dx, int32 dy) {
     const auto length = 4 * static_cast<std::size_t>(area.Width());
+    constexpr int32 kAhead = 12;  // rows, while which memory has the time to answer
     const auto sourceOf = [&](int32 y) {
         return RowOf(from, y + dy) + std::ptrdiff_t{4} * (area.left + dx);
     };
     for (int32 y = area.top; y < area.bottom; y++) {
         // Rows of a large picture lie far apart, where the processor does not expect the next one.
-        if (y + 1 < area.bottom)
-            Prefetch(sourceOf(y + 1), length);
+        if (y + kAhead < area.bottom)
+            Prefetch(sourceOf(y + kAhead), length);
         std::memcpy(PixelOf(to, area.left, y), sourceOf(y), length);
     }
 }
