@@ -78,7 +78,23 @@ void WindowWidget::SetSizeLimits(QSize smallest, QSize largest) {
     ApplyLimits();
 }
 
+// On a screen of 1.5 pixels to a unit Qt tells window managers that sizes come in steps of 2 pixels,
+// one rounded up, and some keep to that. They count from a base, so one is told that leads here.
+void WindowWidget::AdmitSize(QSize size) {
+    const qreal ratio = devicePixelRatioF();
+    const int step = qRound(ratio);
+    const auto base = [=](int units) {
+        int from = 0;
+        while (from < step * 4 && qRound(from * ratio) % step != qRound(units * ratio) % step)
+            ++from;
+        return from;
+    };
+    if (QWindow* handle = windowHandle())
+        handle->setBaseSize(QSize(base(size.width()), base(size.height())));
+}
+
 void WindowWidget::ApplyLimits() {
+    AdmitSize(fFrame.size());
     // A window manager makes no window full-screen that may not have the size.
     if (fCovers) {
         setMinimumSize(1, 1);
@@ -108,12 +124,11 @@ void WindowWidget::PlaceContent() {
 }
 
 void WindowWidget::ShowOnScreen() {
+    winId();  // makes the window's handle
+    AdmitSize(fFrame.size());
     QWindow* active = QGuiApplication::focusWindow();
-    if (StaysAboveAnother(fFeel) && active != nullptr) {
-        winId();  // makes the window's handle
-        if (windowHandle() != active)
-            windowHandle()->setTransientParent(active);
-    }
+    if (StaysAboveAnother(fFeel) && active != nullptr && windowHandle() != active)
+        windowHandle()->setTransientParent(active);
     show();
     FollowHandle();
 }

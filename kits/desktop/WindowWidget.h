@@ -49,6 +49,7 @@ protected:
 private:
     // Its frame (WindowWidget.cpp).
     void ApplyLimits();
+    void AdmitSize(QSize size);
     void PlaceContent();
     void TellMoved();
     void TellResized();
