@@ -35,6 +35,8 @@ public:
     void SetSizeLimits(QSize smallest, QSize largest);
     void ShowOnScreen();
     void BringToFront();
+    /// Whether what the window manager says is believed: no request of the kits' is still on its way.
+    bool IsSettled() const { return !fSettling.isActive(); }
     void Minimize(bool minimize);
     ContentWidget& Content() { return fContent; }
 

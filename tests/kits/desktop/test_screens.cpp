@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kits/desktop/ScreenTable.h"
+#include "kits/desktop/WindowWidget.h"
 #include "tests/kits/desktop/Screen.h"
 
 using namespace BPrivate;
@@ -88,6 +89,13 @@ QPoint Origin(Screen& screen) {
     return screen.Content().mapToGlobal(QPoint(0, 0));
 }
 
+/// Waits for the window manager's answers to all that was asked.
+static bool Settles(Screen& screen) {
+    Pump();
+    const auto& widget = dynamic_cast<const BPrivate::WindowWidget&>(screen.Widget());
+    return PumpUntil([&] { return widget.IsSettled(); });
+}
+
 TEST(FullScreen, TheContentIsWhereItsFrameSays) {
     Screen screen;
     screen.Show();
@@ -107,7 +115,7 @@ TEST(FullScreen, TheContentIsWhereItsFrameSays) {
     EXPECT_EQ(Origin(screen), QPoint(70, 80));
     EXPECT_EQ(screen.Content().size(), QSize(200, 150));
     // Past the time in which what the desktop says may be out of date.
-    QTest::qWait(500);
+    EXPECT_TRUE(Settles(screen));
     EXPECT_EQ(screen.Messages().All(B_WINDOW_MOVED).size(), moves);
     EXPECT_EQ(screen.Messages().All(B_WINDOW_RESIZED).size(), sizes);
     EXPECT_EQ(screen.Widget().geometry(), QRect(70, 80, 200, 150));
@@ -147,11 +155,11 @@ TEST(FullScreen, ToggledQuicklyItEndsAsAskedLast) {
         if (i % 7 == 0)
             Pump();
     }
-    QTest::qWait(500);
+    EXPECT_TRUE(Settles(screen));
     EXPECT_TRUE(screen.Widget().isFullScreen());
     EXPECT_EQ(screen.Widget().geometry(), MainScreen());
     screen.Window().SetFrame(BRect(50, 60, 349, 259), 102);
-    QTest::qWait(500);
+    EXPECT_TRUE(Settles(screen));
     EXPECT_FALSE(screen.Widget().isFullScreen());
     EXPECT_EQ(screen.Widget().geometry(), QRect(50, 60, 300, 200));
 }
@@ -161,7 +169,7 @@ TEST(FullScreen, TheDesktopMayEndIt) {
     screen.Show();
     screen.Window().SetFrame(Covering(MainScreen(), 20, 14), 1);
     EXPECT_TRUE(PumpUntil([&] { return screen.Widget().geometry() == MainScreen(); }));
-    QTest::qWait(500);
+    EXPECT_TRUE(Settles(screen));
     const size_t sizes = screen.Messages().All(B_WINDOW_RESIZED).size();
     screen.Widget().setWindowState(Qt::WindowNoState);
     screen.Expect(B_WINDOW_RESIZED, sizes + 1);
