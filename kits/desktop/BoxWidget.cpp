@@ -1,6 +1,8 @@
 #include <QGroupBox>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
+#include <optional>
 #include <qdrawutil.h>
 
 #include "kits/desktop/ControlWidget.h"
@@ -17,8 +19,9 @@ public:
         setAttribute(Qt::WA_TransparentForMouseEvents);
     }
 
-    void SetBorder(border_style border) {
+    void Set(border_style border, const std::optional<rgb_color>& fill) {
         fBorder = border;
+        fFill = fill;
         update();
     }
 
@@ -28,16 +31,45 @@ protected:
         const bool line = width() <= kThickestLine || height() <= kThickestLine;
         if (fBorder == B_FANCY_BORDER && !line) {
             QGroupBox::paintEvent(event);
+            QPainter painter(this);
+            DrawFill(painter);
             return;
         }
         QPainter painter(this);
-        if (line && fBorder != B_NO_BORDER)
+        if (line && fBorder != B_NO_BORDER) {
             DrawLine(painter);
-        else
-            DrawPlain(painter);
+            return;
+        }
+        DrawFill(painter);
+        DrawPlain(painter);
     }
 
 private:
+    void DrawFill(QPainter& painter) {
+        if (!fFill)
+            return;
+        // As thick as the themes draw a group's frame, its rounded corners included.
+        const int border = fBorder == B_FANCY_BORDER ? 2 : fBorder == B_PLAIN_BORDER ? 1 : 0;
+        const int top = title().isEmpty() ? 0 : fontMetrics().height();
+        const QRect inside = rect().adjusted(border, std::max(border, top), -border, -border);
+        const QColor color(fFill->red, fFill->green, fFill->blue, fFill->alpha);
+        if (color.alpha() < 255)
+            DrawChecks(painter, inside);
+        painter.fillRect(inside, color);
+    }
+
+    /// What a colour that is not opaque is seen over.
+    static void DrawChecks(QPainter& painter, QRect area) {
+        constexpr int kCell = 6;
+        painter.fillRect(area, Qt::white);
+        for (int y = 0; y * kCell < area.height(); y++) {
+            for (int x = y % 2; x * kCell < area.width(); x += 2) {
+                const QRect cell(area.x() + x * kCell, area.y() + y * kCell, kCell, kCell);
+                painter.fillRect(cell & area, Qt::lightGray);
+            }
+        }
+    }
+
     void DrawLine(QPainter& painter) {
         const bool vertical = width() < height();
         const QPoint start(vertical ? (width() - 1) / 2 : 0, vertical ? 0 : (height() - 1) / 2);
@@ -67,6 +99,7 @@ private:
     }
 
     border_style fBorder = B_FANCY_BORDER;
+    std::optional<rgb_color> fFill;
 };
 
 class BoxWidget : public ControlWidget {
@@ -76,7 +109,7 @@ public:
     void SetState(const ControlState& state) override {
         const auto& box = std::get<BoxState>(state);
         fBox.setTitle(LabelText(box.label));
-        fBox.SetBorder(box.border);
+        fBox.Set(box.border, box.fill);
     }
 
 private:

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <interface/InterfaceDefs.h>
 #include <utility>
 
@@ -17,6 +18,9 @@ bool IsForKits(const QKeyEvent& event, const QObject* control) {
     const bool upOrDown = event.key() == Qt::Key_Down || event.key() == Qt::Key_Up;
     if (upOrDown && qobject_cast<const QComboBox*>(control) != nullptr)
         return false;  // with Alt it opens the menu
+    const bool isArrow = upOrDown || event.key() == Qt::Key_Left || event.key() == Qt::Key_Right;
+    if (isArrow && qobject_cast<const QPushButton*>(control) != nullptr)
+        return true;  // it would go to the next widget, which the kits know better
     switch (event.key()) {
     case Qt::Key_Escape:
     case Qt::Key_Return:
@@ -57,7 +61,8 @@ void ControlSet::Set(ControlId id, const ControlState& state, int32 serial) {
         fListener.send(change);
     };
     auto control = MakeControlWidget(state, &fWindow, report);
-    control->FocusWidget().installEventFilter(this);
+    for (QWidget* part : control->KeyWidgets())
+        part->installEventFilter(this);
     // A higher id may be there already, made by a view that was attached before.
     if (const auto above = fControls.upper_bound(id); above != fControls.end())
         control->Widget().stackUnder(&above->second.control->Widget());
@@ -72,7 +77,8 @@ void ControlSet::Place(ControlId id, const ControlPlace& place) {
     QWidget& widget = control.Widget();
     control.SetAccessibleName(QString::fromStdString(place.name));
     widget.setEnabled(place.enabled);
-    control.FocusWidget().setFocusPolicy(place.navigable ? Qt::StrongFocus : Qt::NoFocus);
+    for (QWidget* part : control.KeyWidgets())
+        part->setFocusPolicy(place.navigable ? Qt::StrongFocus : Qt::NoFocus);
     const QRect frame = PixelsOf(place.frame);
     const bool empty = frame.isEmpty();
     if (!empty)
@@ -110,11 +116,32 @@ bool ControlSet::eventFilter(QObject* receiver, QEvent* event) {
     if (fMenuKeys.IsMenus())
         return false;
     auto& key = *static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::KeyPress && IsForDesktop(key, receiver))
+        return true;
     const bool isForKits = IsForKits(key, receiver);
     // Every release is told, since whether a widget takes it says nothing about the press.
     if (isForKits || event->type() == QEvent::KeyRelease)
         fListener.key(key);
     return isForKits;
+}
+
+bool ControlSet::IsForDesktop(const QKeyEvent& key, const QObject* receiver) {
+    for (const auto& [id, entry] : fControls) {
+        if (entry.control->TakeWindowKey(key))
+            return true;
+    }
+    const bool backward = key.key() == Qt::Key_Backtab;
+    const auto focused = fControls.find(fFocused);
+    if ((!backward && key.key() != Qt::Key_Tab) || focused == fControls.end())
+        return false;
+    // The kits know only the control as a whole.
+    const std::vector<QWidget*> parts = focused->second.control->KeyWidgets();
+    const auto at = std::ranges::find(parts, receiver);
+    if (at == parts.end() || at == (backward ? parts.begin() : parts.end() - 1))
+        return false;
+    (*(backward ? at - 1 : at + 1))
+        ->setFocus(backward ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    return true;
 }
 
 void ControlSet::FocusChanged(const QWidget* now) {

@@ -45,6 +45,9 @@ private:
         int32 serial = 0;
     };
 
+    /// Takes a key that moves the focus within a control, or that a control answers to wherever in
+    /// the window the focus is.
+    bool IsForDesktop(const QKeyEvent& key, const QObject* receiver);
     void FocusChanged(const QWidget* now);
     void Focus(ControlId id);
 

@@ -20,6 +20,14 @@ struct Maker {
     Made operator()(const TextControlState&) { return MakeTextControl(parent, std::move(report)); }
     Made operator()(const MenuBarState&) { return MakeMenuBar(parent, std::move(report)); }
     Made operator()(const MenuFieldState&) { return MakeMenuField(parent, std::move(report)); }
+    Made operator()(const SliderState&) { return MakeSlider(parent, std::move(report)); }
+    Made operator()(const ListViewState&) { return MakeListView(parent, std::move(report)); }
+    Made operator()(const TabViewState&) { return MakeTabView(parent, std::move(report)); }
+    Made operator()(const ColorControlState&) {
+        return MakeColorControl(parent, std::move(report));
+    }
+    Made operator()(const AlertTextState&) { return MakeAlertText(parent); }
+    Made operator()(const FilePanelState&) { return MakeFilePanel(parent, std::move(report)); }
 };
 
 }  // namespace

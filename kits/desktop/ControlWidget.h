@@ -5,8 +5,11 @@
 #include <app/Message.h>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "kits/interface/Display.h"
+
+class QKeyEvent;
 
 namespace BPrivate {
 
@@ -33,6 +36,10 @@ public:
     QWidget& Widget() { return *fWidget; }
     /// The part that takes the keys.
     virtual QWidget& FocusWidget() { return *fWidget; }
+    /// All parts that take the keys, in the order the Tab key goes through them.
+    virtual std::vector<QWidget*> KeyWidgets() { return {&FocusWidget()}; }
+    /// Whether the press of a key, in whichever control, was for this one.
+    virtual bool TakeWindowKey(const QKeyEvent& /*event*/) { return false; }
     /// Shows the state, which is of the control's own kind.
     virtual void SetState(const ControlState& state) = 0;
     /// Only a menu bar has menus: opens that of the item, of the first for 0.
@@ -65,5 +72,11 @@ std::unique_ptr<ControlWidget> MakeRadioButton(QWidget* parent, ControlReport re
 std::unique_ptr<ControlWidget> MakeTextControl(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeMenuBar(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeMenuField(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeSlider(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeListView(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeTabView(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeColorControl(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakeAlertText(QWidget* parent);
+std::unique_ptr<ControlWidget> MakeFilePanel(QWidget* parent, ControlReport report);
 
 }  // namespace BPrivate

@@ -19,7 +19,7 @@ class BBox::Peer : public ControlPeer {
 public:
     explicit Peer(BBox& box) : fBox(box) {}
 
-    ControlState State() const override { return BoxState{fBox.fBorder, fBox.fLabel}; }
+    ControlState State() const override { return BoxState{fBox.fBorder, fBox.fLabel, fBox.fFill}; }
     std::string AccessibleName() const override {
         return fBox.fLabel.empty() ? ControlPeer::AccessibleName() : fBox.fLabel;
     }
@@ -37,6 +37,9 @@ BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, bor
 BBox::BBox(BMessage* archive)
     : BView(archive), fLabel(archive->GetString("_label", "")),
       fBorder(static_cast<border_style>(archive->GetInt32("_style", B_FANCY_BORDER))) {
+    rgb_color fill;
+    if (archive->FindColor("_fill", &fill) == B_OK)
+        BBox::SetViewColor(fill);
     ControlPeer::Install(*this, std::make_unique<Peer>(*this));
 }
 
@@ -52,6 +55,8 @@ status_t BBox::Archive(BMessage* archive, bool deep) const {
         status = archive->AddString("_label", fLabel.c_str());
     if (status == B_OK)
         status = archive->AddInt32("_style", fBorder);
+    if (status == B_OK && fFill)
+        status = archive->AddColor("_fill", *fFill);
     return status;
 }
 
@@ -70,8 +75,21 @@ void BBox::SetLabel(const char* label) {
     _StateChanged();
 }
 
+void BBox::SetViewColor(rgb_color color) {
+    BView::SetViewColor(color);
+    std::optional<rgb_color> fill;
+    if (color != B_TRANSPARENT_COLOR)
+        fill = color;
+    if (fill == fFill)
+        return;
+    fFill = fill;
+    _StateChanged();
+}
+
 void BBox::_StateChanged() {
     ControlPeer* peer = ControlPeer::Of(this);
+    if (peer == nullptr)
+        return;  // being made
     peer->StateChanged();
     peer->PlaceChanged();  // the label is the accessible name
 }

@@ -12,12 +12,14 @@
 // outlive the other.
 
 #include <app/Messenger.h>
+#include <interface/Alert.h>
 #include <interface/GraphicsDefs.h>
 #include <interface/InterfaceDefs.h>
 #include <interface/Point.h>
 #include <interface/Rect.h>
 #include <interface/Window.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -77,6 +79,7 @@ struct StringViewState {
 struct BoxState {
     border_style border = B_FANCY_BORDER;
     std::string label;
+    std::optional<rgb_color> fill = {};  ///< painted inside of the border; none: what lies behind
 };
 
 struct ButtonState {
@@ -132,8 +135,65 @@ struct MenuFieldState {
     std::vector<MenuItemState> items = {};
 };
 
+struct SliderState {
+    std::string label;
+    std::string minLabel;
+    std::string maxLabel;
+    int32 min = 0;
+    int32 max = 100;
+    int32 value = 0;
+    int32 step = 1;          ///< of the arrow keys
+    int32 hashMarks = 0;     ///< how many, both ends included
+    bool hashesAbove = false;
+    bool hashesBelow = false;
+    orientation direction = B_HORIZONTAL;
+};
+
+struct ListViewState {
+    std::vector<std::string> rows;
+    std::vector<int32> selected;       ///< rows, ascending
+    std::vector<int32> disabled = {};  ///< rows that cannot be selected, ascending
+    bool multiple = false;             ///< more than one row can be selected
+    bool scrollBar = false;            ///< shows a scroll bar of its own when it needs one
+    border_style border = B_NO_BORDER;
+    int32 scrollSerial = 0;  ///< the first selected row is scrolled to when this is another one
+};
+
+/// Thickness of what is painted around a tab view's page, in kit units.
+constexpr float kTabPaneFrame = 3;
+
+/// The strip of tabs and the frame around what the chosen one shows, which is views of the kits'
+/// and is not painted over: all from kTabPaneFrame below the strip, and that far from the other
+/// edges. The preferred size is that of the strip alone.
+struct TabViewState {
+    std::vector<std::string> tabs;
+    int32 selected = 0;                ///< -1 for none
+    std::vector<int32> disabled = {};  ///< tabs that cannot be chosen, ascending
+};
+
+struct ColorControlState {
+    rgb_color value{0, 0, 0, 255};  ///< alpha is not shown
+};
+
+/// The text of an alert beside its picture. Broken into lines as wide as the control.
+struct AlertTextState {
+    std::string text;
+    alert_type type = B_INFO_ALERT;
+};
+
+/// A browser of folders to choose files in, with its own buttons. Fills its window.
+struct FilePanelState {
+    std::string folder;     ///< where it starts, absolute; empty: where the display likes
+    int32 folderSerial = 0;  ///< `folder` is gone to again when this is another one
+    uint32 flavors = 0;     ///< B_FILE_NODE and so on: what can be chosen
+    bool multiple = false;
+    std::string openLabel;    ///< empty: the desktop's own
+    std::string cancelLabel;  ///< empty: the desktop's own
+};
+
 using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, ButtonState,
-    CheckBoxState, RadioButtonState, TextControlState, MenuBarState, MenuFieldState>;
+    CheckBoxState, RadioButtonState, TextControlState, MenuBarState, MenuFieldState, SliderState,
+    ListViewState, TabViewState, ColorControlState, AlertTextState, FilePanelState>;
 
 /// What every control has besides its state.
 struct ControlPlace {
@@ -175,7 +235,7 @@ struct WindowSpec {
 /// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
 /// | `B_ZOOM` | none: the desktop did it already |
 /// | `B_QUIT_REQUESTED` | none: the close box |
-/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1), "text" string (text control) or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial) |
+/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial) |
 /// | `kMenusOpen` | "control" int32, "open" bool: the first menu of a menu bar was opened, the last one closed |
 /// | `kScreenChanged` | "frame" rect, "ratio" float: the window is on another screen now, or its screen is another than it was; see ScreenFrame() and PixelRatio() |
 /// | `kControlFocused` | "control" int32: the user moved the focus to it; 0: to the window's own content |
@@ -196,6 +256,8 @@ public:
     virtual void Hide() = 0;
     /// Brings the window to the front and gives it the focus.
     virtual void Activate() = 0;
+    /// The same, with the permission that the desktop gave to another program for it.
+    virtual void ActivateWith(const std::string& /*token*/) { Activate(); }
     virtual void Minimize(bool minimize) = 0;
 
     /// The rectangle of the screen that holds most of the window, in screen coordinates.
@@ -221,6 +283,9 @@ constexpr uint32 kControlChanged = '_CCH';
 constexpr uint32 kControlFocused = '_CFO';
 constexpr uint32 kMenusOpen = '_CMO';
 constexpr uint32 kScreenChanged = '_SCH';
+/// From the application, since the program was started once more: "windows", messengers to all of
+/// them, the receiver's first. The first that is shown comes to the front, with "token".
+constexpr uint32 kBringToFront = '_CBF';
 
 /// The display of the process.
 class Display {

@@ -23,9 +23,6 @@ void BView::KeyDown(const char* bytes, int32 numBytes) {
             window->fData->OpenMenuBy(*message);
         return;
     }
-    // A control on the screen has moved the focus by itself.
-    if (message != nullptr && message->HasInt32("control"))
-        return;
     int32 held = 0;
     if (message != nullptr)
         (void)message->FindInt32("modifiers", &held);

@@ -224,6 +224,10 @@ BPoint RecordingDisplay::PreferredSize(const ControlState& state) {
             width = std::max(width, widthOf(item.label));
         return {field->divider + width, 24};
     }
+    if (const auto* control = std::get_if<BPrivate::TextControlState>(&state)) {
+        constexpr float kField = 60;
+        return {std::max(StringWidth(FontSpec(), control->label), control->divider) + kField, 23};
+    }
     // Room for the text in the plain font, and a margin.
     return {widthOf(TextOf(state)), 23};
 }

@@ -117,7 +117,17 @@ public:
     void SetScrollBar(ControlId id, float value);
     void SetValue(ControlId id, int32 value);
     void SetText(ControlId id, const std::string& text);
+    /// A list view's rows, ascending; `invoked` is opened too.
+    void SelectRows(ControlId id, const std::vector<int32>& rows, int32 invoked = -1);
+    /// `final` is false while the knob is dragged.
+    void MoveSlider(ControlId id, int32 value, bool final = true);
+    void ChooseTab(ControlId id, int32 tab);
+    void SetColor(ControlId id, rgb_color color);
     void FocusControl(ControlId id);
+    /// Chooses these in the file panel, gives it up, goes to another folder in it.
+    void ChooseFiles(ControlId id, const std::vector<entry_ref>& refs);
+    void CancelPanel(ControlId id);
+    void EnterFolder(ControlId id, const std::string& path);
     /// Chooses the item of a menu bar or menu field; the labels lead to it, from the outermost
     /// menu. False when there is none or it cannot be chosen.
     bool ChooseItem(ControlId id, const std::vector<std::string>& labels);

@@ -246,6 +246,38 @@ void Window::SetText(ControlId id, const std::string& text) {
     _SendControl(id, message);
 }
 
+void Window::SelectRows(ControlId id, const std::vector<int32>& rows, int32 invoked) {
+    _Change([&] { std::get<BPrivate::ListViewState>(fControls.at(id).state).selected = rows; });
+    BMessage message(BPrivate::kControlChanged);
+    for (const int32 row : rows)
+        (void)message.AddInt32("selected", row);
+    if (invoked >= 0)
+        (void)message.AddInt32("invoked", invoked);
+    _SendControl(id, message);
+}
+
+void Window::MoveSlider(ControlId id, int32 value, bool final) {
+    _Change([&] { std::get<BPrivate::SliderState>(fControls.at(id).state).value = value; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddInt32("value", value);
+    (void)message.AddBool("final", final);
+    _SendControl(id, message);
+}
+
+void Window::ChooseTab(ControlId id, int32 tab) {
+    _Change([&] { std::get<BPrivate::TabViewState>(fControls.at(id).state).selected = tab; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddInt32("value", tab);
+    _SendControl(id, message);
+}
+
+void Window::SetColor(ControlId id, rgb_color color) {
+    _Change([&] { std::get<BPrivate::ColorControlState>(fControls.at(id).state).value = color; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddInt32("color", color.red << 16 | color.green << 8 | color.blue);
+    _SendControl(id, message);
+}
+
 bool Window::ChooseItem(ControlId id, const std::vector<std::string>& labels) {
     const std::vector<BPrivate::MenuItemState>* items = nullptr;
     ControlState state;
@@ -283,6 +315,26 @@ void Window::ChangeScreen(BRect frame, float ratio) {
     (void)message.AddRect("frame", frame);
     (void)message.AddFloat("ratio", ratio);
     Send(message);
+}
+
+void Window::ChooseFiles(ControlId id, const std::vector<entry_ref>& refs) {
+    BMessage message(BPrivate::kControlChanged);
+    for (const entry_ref& ref : refs)
+        (void)message.AddRef("refs", &ref);
+    _SendControl(id, message);
+}
+
+void Window::CancelPanel(ControlId id) {
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddBool("cancel", true);
+    _SendControl(id, message);
+}
+
+void Window::EnterFolder(ControlId id, const std::string& path) {
+    _Change([&] { std::get<BPrivate::FilePanelState>(fControls.at(id).state).folder = path; });
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddString("folder", path.c_str());
+    _SendControl(id, message);
 }
 
 void Window::FocusControl(ControlId id) {

@@ -190,3 +190,18 @@ TEST(Font, Families) {
     EXPECT_EQ(get_font_family(-1, &name), B_BAD_INDEX);
     EXPECT_EQ(get_font_family(0, nullptr), B_BAD_VALUE);
 }
+
+TEST(Font, FamiliesStayAsTheyWereCounted) {
+    auto& display = recording::TheRecordingDisplay();
+    ASSERT_EQ(count_font_families(), 2);
+    display.SetFontFamilies({"Other"});
+    font_family name;
+    EXPECT_EQ(get_font_family(1, &name), B_OK);
+    EXPECT_STREQ(name, "Serif");
+    EXPECT_EQ(count_font_families(), 1);
+    EXPECT_EQ(get_font_family(0, &name), B_OK);
+    EXPECT_STREQ(name, "Other");
+    EXPECT_EQ(get_font_family(1, &name), B_BAD_INDEX);
+    display.SetFontFamilies({"Sans", "Serif"});
+    EXPECT_EQ(count_font_families(), 2);
+}
