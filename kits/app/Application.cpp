@@ -2,16 +2,18 @@
 #include <app/Application.h>
 #include <app/Message.h>
 #include <app/MessageRunner.h>
+#include <app/Roster.h>
 #include <interface/Window.h>
-#include <storage/Entry.h>
 
-#include "kits/app/CommandLine.h"
 #include "kits/app/LooperRegistry.h"
 #include "kits/app/MessageAccess.h"
 #include "kits/app/QuitSignals.h"
+#include "kits/app/RosterBus.h"
+#include "kits/app/SingleLaunch.h"
+#include "kits/interface/AlertAnswer.h"
 #include "kits/interface/Display.h"
 
-#include <cstdio>
+#include <cstdlib>
 #include <strings.h>
 
 using BPrivate::LooperCore;
@@ -79,18 +81,27 @@ void BApplication::Init(const char* signature) {
         fInitStatus = B_ALREADY_RUNNING;
         return;
     }
+    fInitStatus = IsSignature(fSignature) ? B_OK : B_BAD_VALUE;
+    // Before anything is made that a process which only hands its files over has no use for.
+    const uint32 launch = BPrivate::launch_flags() & B_LAUNCH_MASK;
+    if (fInitStatus == B_OK && launch != B_MULTIPLE_LAUNCH &&
+        !BPrivate::begin_single_launch(fSignature, BMessenger(this)))
+        std::exit(0);
     // Only this thread may make the display, and the first window may come from any.
     BPrivate::TheDisplay();
     be_app = this;
     be_app_messenger = BMessenger(this);
-    fInitStatus = IsSignature(fSignature) ? B_OK : B_BAD_VALUE;
+    BPrivate::AlertAnswer::SetApplicationEnds(false);
 }
 
 thread_id BApplication::Run() {
     if (fInitStatus != B_OK)
         return fInitStatus;
-    if (Thread() == 0)
+    if (Thread() == 0) {
         PostCommandLine();
+        BPrivate::open_single_launch();
+        BPrivate::join_roster(fSignature, BMessenger(this));
+    }
     const BPrivate::QuitSignals signals(BMessenger(this));
     const thread_id thread = BLooper::Run();
     if (thread < 0)
@@ -102,31 +113,17 @@ thread_id BApplication::Run() {
 }
 
 void BApplication::PostCommandLine() {
-    const std::vector<std::string> words = BPrivate::CommandLine();
-    if (words.size() > 1) {
-        BMessage arguments(B_ARGV_RECEIVED);
-        arguments.AddInt32("argc", int32(words.size()));
-        for (const std::string& word : words)
-            arguments.AddString("argv", word.c_str());
-        PostMessage(&arguments);
+    const BPrivate::LaunchRequest request = BPrivate::launch_request_of_command_line();
+    BPrivate::report_errors(request);
+    for (BMessage& message : BPrivate::launch_messages(request)) {
+        BPrivate::MessageAccess::SetSourceRemote(message);
+        PostMessage(&message);
     }
-
-    const BPrivate::CommandLineFiles files = BPrivate::FilesOfCommandLine(words);
-    for (const std::string& error : files.errors)
-        std::fprintf(stderr, "%s\n", error.c_str());
-    BMessage refs(B_REFS_RECEIVED);
-    for (const std::string& path : files.paths) {
-        entry_ref ref;
-        if (get_ref_for_path(path.c_str(), &ref) == B_OK)
-            refs.AddRef("refs", &ref);  // else gone since it was looked for
-    }
-    BPrivate::MessageAccess::SetSourceRemote(refs);
-    if (!refs.IsEmpty())
-        PostMessage(&refs);
     PostMessage(B_READY_TO_RUN);
 }
 
 void BApplication::Quit() {
+    BPrivate::AlertAnswer::SetApplicationEnds(true);
     const std::shared_ptr<LooperCore> core = fCore;
     core->Close(true);
     if (core->Thread() != 0 && core->Thread() != find_thread(nullptr))
@@ -149,12 +146,15 @@ bool BApplication::QuitRequested() {
 
 void BApplication::LoopEnded() {
     CloseWindows();
+    // Windows may have had something to tell the others as they closed.
+    BPrivate::leave_roster();
     BPrivate::TheDisplay().Quit();
 }
 
 void BApplication::CloseWindows() {
     if (be_app != this)
         return;
+    BPrivate::AlertAnswer::SetApplicationEnds(true);
     // A window that ends may open another.
     for (auto windows = Windows(); !windows.empty(); windows = Windows()) {
         for (const auto& core : windows) {
@@ -181,9 +181,19 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler) {
         break;
     }
     case B_REFS_RECEIVED: RefsReceived(message); break;
-    case B_READY_TO_RUN: ReadyToRun(); break;
+    case B_READY_TO_RUN:
+        ReadyToRun();
+        BPrivate::single_launch_is_ready();
+        break;
+    case BPrivate::kLaunchMarker: BPrivate::launch_marker_dispatched(*message); break;
     case B_ABOUT_REQUESTED: AboutRequested(); break;
     case B_PULSE: Pulse(); break;
+    case B_QUIT_REQUESTED:
+        // Whoever waits for an answer keeps his window locked, which is to be asked now.
+        BPrivate::AlertAnswer::SetApplicationEnds(true);
+        BLooper::DispatchMessage(message, handler);
+        BPrivate::AlertAnswer::SetApplicationEnds(fCore->IsDone());
+        break;
     default: BLooper::DispatchMessage(message, handler); break;
     }
 }

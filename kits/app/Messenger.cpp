@@ -1,3 +1,4 @@
+#include <app/AppDefs.h>
 #include <app/Application.h>
 #include <app/Message.h>
 #include <app/Messenger.h>
@@ -5,6 +6,7 @@
 #include "kits/app/LooperRegistry.h"
 #include "kits/app/MessageAccess.h"
 #include "kits/app/MessengerAccess.h"
+#include "kits/interface/AlertAnswer.h"
 
 #include <strings.h>
 #include <utility>
@@ -152,6 +154,9 @@ status_t MessengerAccess::Send(
         registry.Find(target.fHandler != 0 ? target.fHandler : target.fLooper);
     if (found.core == nullptr)
         return B_BAD_PORT_ID;
+    // The application's own thread may be waiting for the user's answer.
+    if (message.what == B_QUIT_REQUESTED && target == be_app_messenger)
+        AlertAnswer::SetApplicationEnds(true);
     return found.core->Post(
         MessageAccess::CopyForDelivery(message, target, replyTo, flags.senderWaits, flags.isReply));
 }

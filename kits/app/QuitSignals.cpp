@@ -7,6 +7,8 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include "kits/interface/AlertAnswer.h"
+
 namespace BPrivate {
 
 namespace {
@@ -79,6 +81,8 @@ void QuitSignals::Watch() {
             continue;
         if (size != sizeof(count) || fEnding)
             return;
+        // The application's own thread may be waiting for an answer.
+        AlertAnswer::SetApplicationEnds(true);
         (void)fApplication.SendMessage(B_QUIT_REQUESTED);
     }
 }

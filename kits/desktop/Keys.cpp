@@ -165,6 +165,9 @@ int32 RawChar(const QKeyEvent& event) {
     const bool shift = event.modifiers() & Qt::ShiftModifier;
     if (key >= Qt::Key_A && key <= Qt::Key_Z)
         return key - Qt::Key_A + 'a';
+    // Layouts that need Shift for the digits may have them on other keys than the rest of us.
+    if (key >= Qt::Key_0 && key <= Qt::Key_9)
+        return key;
     // A letter of another script held with a modifier still stands for the key it is on, or no
     // shortcut could be typed on such a layout.
     const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);

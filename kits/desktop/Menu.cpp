@@ -44,6 +44,9 @@ void Menu::keyPressEvent(QKeyEvent* event) {
             return;
         }
         break;
+    case Qt::Key_Alt:
+        // Qt would close the menu, but what an entry does may depend on the modifiers that are held.
+        return;
     case Qt::Key_Escape:
         // Qt would leave the keyboard with the menu bar.
         if (qobject_cast<QMenuBar*>(parentWidget()) != nullptr) {

@@ -1,6 +1,7 @@
 #include "kits/desktop/MenuKeys.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <utility>
 
@@ -10,6 +11,16 @@ namespace {
 
 quint32 NumberOf(const QKeyEvent& event) {
     return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
+/// Whether the widget is in a dialog of the desktop's that is a part of the window: it has shortcuts
+/// of its own, and knows nothing of the window's menus.
+bool IsInDialog(const QObject* widget, const QObject& content) {
+    for (; widget != nullptr && widget != &content; widget = widget->parent()) {
+        if (qobject_cast<const QDialog*>(widget) != nullptr)
+            return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -30,6 +41,9 @@ bool MenuKeys::eventFilter(QObject* receiver, QEvent* event) {
     if (receiver->isWindowType())
         Follow(*static_cast<QKeyEvent*>(event));
     if (!receiver->isWidgetType() || static_cast<QWidget*>(receiver)->window() != fContent.window())
+        return false;
+    // Not the receiver: what a part has no use for is offered to those around it.
+    if (IsInDialog(QApplication::focusWidget(), fContent))
         return false;
     if (type == QEvent::ShortcutOverride) {
         event->accept();

@@ -1,9 +1,11 @@
+#include <app/Application.h>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/Fonts.h"
+#include "kits/desktop/ProgramIcon.h"
 #include "kits/desktop/QtDisplay.h"
 #include "kits/desktop/QtWindow.h"
 
@@ -35,6 +37,7 @@ std::unique_ptr<QApplication> MakeApplication() {
     auto application = std::make_unique<QApplication>(count, arguments);
     qInstallMessageHandler(before);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(ProgramIcon(*BApplication::AppResources()));
     return application;
 }
 

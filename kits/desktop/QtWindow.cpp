@@ -1,3 +1,4 @@
+#include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -70,6 +71,15 @@ void QtWindow::Hide() {
 
 void QtWindow::Activate() {
     Post([](WindowWidget& widget) { widget.BringToFront(); });
+}
+
+void QtWindow::ActivateWith(const std::string& token) {
+    Post([token](WindowWidget& widget) {
+        // On Wayland Qt looks for it there when it asks for the focus.
+        if (!token.empty() && QGuiApplication::platformName() == QLatin1String("wayland"))
+            qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+        widget.BringToFront();
+    });
 }
 
 void QtWindow::Minimize(bool minimize) {

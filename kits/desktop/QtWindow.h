@@ -30,6 +30,7 @@ public:
     void Show() override;
     void Hide() override;
     void Activate() override;
+    void ActivateWith(const std::string& token) override;
     void Minimize(bool minimize) override;
     BRect ScreenFrame() override;
     float PixelRatio() override;

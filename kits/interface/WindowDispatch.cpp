@@ -57,6 +57,15 @@ bool IsForPreferredHandler(const BMessage& message) {
     return BPrivate::MessengerAccess::HandlerToken(BPrivate::MessageAccess::Target(message)) == 0;
 }
 
+/// Sends the message to the next of the windows that it names.
+void PassOn(BMessage& message) {
+    status_t status = B_ERROR;
+    BMessenger next;
+    while (status != B_OK && message.RemoveData("windows") == B_OK &&
+        message.FindMessenger("windows", &next) == B_OK)
+        status = next.SendMessage(&message);
+}
+
 }  // namespace
 
 BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
@@ -135,12 +144,23 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
         int32 id = 0;
         (void)message->FindInt32("control", &id);
         ControlPeer* peer = fData->PeerOf(id);
-        // A menu's item is what the user chose, whatever became of the others since.
-        if (peer != nullptr && (message->HasInt32("item") || peer->_IsFresh(*message)))
+        // A menu's item is what the user chose, whatever became of the others since; and so are
+        // the files of a panel, or its Cancel.
+        const bool isChoice =
+            message->HasInt32("item") || message->HasRef("refs") || message->HasBool("cancel");
+        if (peer != nullptr && (isChoice || peer->_IsFresh(*message)))
             peer->UserChanged(*message);
         break;
     }
     case BPrivate::kMenusOpen: fData->MenusAre(FlagOf(*message, "open")); break;
+    case BPrivate::kBringToFront:
+        if (IsHidden()) {
+            PassOn(*message);
+            break;
+        }
+        Minimize(false);
+        fData->Screen()->ActivateWith(message->GetString("token", ""));
+        break;
     case BPrivate::kControlsChanged: break;  // handed down when this is done
     case B_MOUSE_DOWN:
     case B_MOUSE_MOVED:

@@ -5,7 +5,9 @@
 
 class BApplication;
 class BMessageRunner;
+class BResources;
 class BWindow;
+struct app_info;
 
 /// The application object, null while there is none, and its address.
 extern BApplication* be_app;
@@ -26,6 +28,10 @@ public:
 
     status_t InitCheck() const { return fInitStatus; }
     const char* Signature() const { return fSignature.c_str(); }
+    /// What the roster knows of this application; see app/Roster.h.
+    status_t GetAppInfo(app_info* info) const;
+    /// The resources built into the program. They belong to the kits; never null.
+    static BResources* AppResources();
 
     /// Dispatches B_ARGV_RECEIVED, B_REFS_RECEIVED with the files of the command line, and
     /// B_READY_TO_RUN; then serves messages and the screen until Quit(). Main thread only.

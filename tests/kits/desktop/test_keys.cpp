@@ -116,6 +116,20 @@ INSTANTIATE_TEST_SUITE_P(Characters, KeyInputs,
         Press{0x429, Qt::ControlModifier, "", 24, 'o', "o"},
         Press{Qt::Key_5, Qt::KeypadModifier, "5", 76, '5', "5"}));
 
+constexpr Qt::KeyboardModifiers kCommandShift = Qt::ControlModifier | Qt::ShiftModifier;
+
+// A digit's key, with Shift and Command, is that digit whatever the layout has beside it.
+INSTANTIATE_TEST_SUITE_P(ShiftedDigits, KeyInputs,
+    testing::Values(Press{Qt::Key_ParenRight, kCommandShift, "", 11, '0', ")"},  // American
+        Press{Qt::Key_Equal, kCommandShift, "", 11, '0', ")"},                   // German
+        Press{Qt::Key_AsciiTilde, kCommandShift, "", 11, '0', ")"},              // Japanese
+        Press{Qt::Key_0, kCommandShift, "0", 11, '0', "0"},                      // French
+        Press{Qt::Key_sterling, kCommandShift, "", 4, '3', "#"},                 // British
+        Press{Qt::Key_Dead_Circumflex, kCommandShift, "", 7, '6', "^"},
+        // Its place tells nothing where the digits are in another order.
+        Press{Qt::Key_7, kCommandShift, "7", 3, '7', "7"},
+        Press{Qt::Key_1, kCommandShift, "1", 6, '1', "1"}));
+
 TEST(KitModifiers, PutCommandOnCtrl) {
     EXPECT_EQ(KitModifiers(Qt::ControlModifier), B_COMMAND_KEY);
     EXPECT_EQ(KitModifiers(Qt::AltModifier), B_CONTROL_KEY);
