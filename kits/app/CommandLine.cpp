@@ -43,10 +43,6 @@ size_t PrintableLength(std::string_view text) {
     return overlong || beyond || control ? 0 : length;
 }
 
-std::string ProgramName(const std::vector<std::string>& words) {
-    return Printable(words[0].substr(words[0].rfind('/') + 1));
-}
-
 std::string FileError(const std::vector<std::string>& words, const std::string& path, int error) {
     return ProgramName(words) + ": " + Printable(path) + ": " +
         std::generic_category().message(error);
@@ -90,6 +86,10 @@ CommandLineFiles FilesOfCommandLine(const std::vector<std::string>& words) {
             files.errors.push_back(FileError(words, word, errno));
     }
     return files;
+}
+
+std::string ProgramName(const std::vector<std::string>& words) {
+    return words.empty() ? "" : Printable(words[0].substr(words[0].rfind('/') + 1));
 }
 
 std::string Printable(std::string_view text) {

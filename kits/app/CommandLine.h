@@ -22,6 +22,9 @@ struct CommandLineFiles {
 /// none; after "--" every word is a file.
 CommandLineFiles FilesOfCommandLine(const std::vector<std::string>& words);
 
+/// The last part of the first word, as Printable() makes it.
+std::string ProgramName(const std::vector<std::string>& words);
+
 /// The text as one line that a terminal shows and does not obey: control characters, and bytes
 /// that are not UTF-8, are written as \xNN.
 std::string Printable(std::string_view text);

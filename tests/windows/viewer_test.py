@@ -207,7 +207,9 @@ class ViewerTest(unittest.TestCase):
             self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
             with open(os.path.join(folder, "fitted.png"), "wb") as file:
                 file.write(png.plain(400, 300, (1, 2, 3)))
-            environment = {**self.environment(), "XDG_CONFIG_HOME": os.path.join(folder, "new")}
+            # Beside the viewer that is tested: without a bus it does not hand its files to that.
+            environment = {**self.environment(), "XDG_CONFIG_HOME": os.path.join(folder, "new"),
+                "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
             probe = Viewer(self, [folder], environment, folder)
             try:
                 probe.wait_shown("fitted.png")

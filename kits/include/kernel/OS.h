@@ -15,6 +15,7 @@
 using thread_id = int32;
 using team_id = int32;
 using sem_id = int32;
+using port_id = int32;
 
 /// A thread's function; what it returns is the thread's exit status.
 using thread_func = int32 (*)(void* data);
@@ -175,3 +176,47 @@ status_t release_sem_etc(sem_id sem, int32 count, uint32 flags);
 /// The semaphore's units at this moment.
 status_t get_sem_count(sem_id sem, int32* count);
 status_t get_sem_info(sem_id sem, sem_info* info);
+
+// #pragma mark - Ports
+
+// Queues of messages, found by name by every process of the user's session. A port ends with
+// delete_port() and with the process that made it, however that ends. Where there is no session
+// bus a port is found by the process that made it, and by no other.
+//
+// Messages are bytes, at most 256 MiB, each with a code. They come out in the order they went in.
+// A port is full when it has as many messages as its capacity, or 256 MiB in them.
+//
+// What waits here ends a killed thread as acquire_sem() does. A timeout is in microseconds and
+// taken as in acquire_sem_etc(): with B_RELATIVE_TIMEOUT or B_ABSOLUTE_TIMEOUT, without either
+// for ever. B_WOULD_BLOCK if it would have had to wait but may not, B_TIMED_OUT.
+
+/// Makes a port for `capacity` messages. A name longer than 31 bytes is cut at a character's end.
+/// `B_BAD_VALUE` for less than one and for no name, `B_NAME_IN_USE` when this process or another
+/// one of the session has a port of that name, `B_NO_MORE_PORTS`.
+port_id create_port(int32 capacity, const char* name);
+/// The port of that name, here or in another process; `B_NAME_NOT_FOUND` when there is none. The
+/// id means this one port: it is of no use once that has ended, also when another has its name.
+port_id find_port(const char* name);
+/// Puts a message at the end, and waits while the port is full. `B_BAD_PORT_ID` when there is no
+/// such port (any more), `B_BAD_VALUE` for a message that is too large, `B_NO_MEMORY`.
+status_t write_port(port_id port, int32 code, const void* buffer, size_t size);
+status_t write_port_etc(port_id port, int32 code, const void* buffer, size_t size, uint32 flags,
+    bigtime_t timeout);
+
+// Only the process that made a port can do what follows; in others it is `B_NOT_ALLOWED`.
+
+/// Takes the first message, and waits for one. Only as many bytes as fit are copied, the rest is
+/// lost. `code` may be null. @return the bytes copied, or an error.
+ssize_t read_port(port_id port, int32* code, void* buffer, size_t size);
+ssize_t read_port_etc(port_id port, int32* code, void* buffer, size_t size, uint32 flags,
+    bigtime_t timeout);
+/// The size of the first message; waits for one.
+ssize_t port_buffer_size(port_id port);
+ssize_t port_buffer_size_etc(port_id port, uint32 flags, bigtime_t timeout);
+/// The number of messages waiting.
+ssize_t port_count(port_id port);
+/// Nothing more can be written, and who waits to gets `B_BAD_PORT_ID`; what is in the port can
+/// still be read.
+status_t close_port(port_id port);
+/// Who waits for the port gets `B_BAD_PORT_ID`.
+status_t delete_port(port_id port);

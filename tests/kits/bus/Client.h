@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <list>
+#include <string>
+#include <systemd/sd-bus.h>
+
+/// A program of another kind on the session bus, which sends what it likes.
+class Client {
+public:
+    using Fill = std::function<int(sd_bus_message*)>;
+
+    /// On the tests' own bus.
+    Client();
+    ~Client();
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    /// Calls a method of the ports that the owner of a bus name has, and waits: the number it
+    /// answers, or the name of its error.
+    std::string CallPorts(const std::string& owner, const char* method, const Fill& fill);
+    std::string CallApplication(const std::string& owner, const char* method, const Fill& fill);
+
+    /// Sends such a call; `answered` is called with the number from within AwaitAnswers().
+    void SendToPorts(const std::string& owner, const char* method, const Fill& fill,
+        std::function<void(unsigned)> answered);
+    /// Handles what comes until the condition is true; false after half a minute.
+    bool AwaitAnswers(const std::function<bool()>& condition);
+
+    void Broadcast(const Fill& fill);
+
+    std::string Introspect(const std::string& owner, const char* path);
+
+    /// Sends everything, and returns when the bus has it.
+    void Flush();
+
+private:
+    std::string Call(const std::string& owner, const char* path, const char* interface,
+        const char* method, const Fill& fill);
+
+    sd_bus* fBus = nullptr;
+    std::list<std::function<void(unsigned)>> fAnswered;
+};
