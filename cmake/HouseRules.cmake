@@ -3,7 +3,8 @@
 find_program(PYTHON3 python3 PATHS /usr/bin NO_DEFAULT_PATH)
 find_program(PYTHON3 python3 REQUIRED)
 
-set(room_folders app viewer comment window settings iap framework kits tests fuzz bench)
+set(room_folders app viewer comment window settings iap framework kits resources tests fuzz
+    bench examples)
 set(room_globs)
 foreach(folder IN LISTS room_folders)
     list(APPEND room_globs ${CMAKE_SOURCE_DIR}/${folder}/*.h ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)

@@ -1,10 +1,9 @@
+#include "kits/storage/ProgramPlaces.h"
 #include "kits/translation/AddOnTranslator.h"
 #include <algorithm>
 #include <cstring>
 #include <mutex>
 #include <new>
-#include <storage/Directory.h>
-#include <storage/Entry.h>
 #include <storage/Path.h>
 #include <string>
 #include <support/DataIO.h>
@@ -27,27 +26,10 @@ struct Member {
     Member Copy() const { return {id, TranslatorHandle(translator->Acquire())}; }
 };
 
-// Where this program's own add-ons may lie, seen from its executable's folder: beside it as it is
-// built, above it for the programs in a folder below, and in the places of an installed system.
-std::string FindDefaultFolder() {
-    const BEntry executable("/proc/self/exe", true);
-    BEntry folder;
-    BPath path;
-    if (executable.GetParent(&folder) != B_OK || folder.GetPath(&path) != B_OK)
-        return "";
-    for (const char* place :
-        {"add-ons/translators", "../add-ons/translators", "../lib/lorivane/add-ons/translators"}) {
-        const BPath candidate(path.Path(), place, true);
-        if (candidate.InitCheck() == B_OK && BEntry(candidate.Path(), true).IsDirectory())
-            return candidate.Path();
-    }
-    return "";
-}
-
 // Every thread that loads a picture makes a roster, so the disk is looked at once.
 const std::vector<AddOnModule*>& DefaultModules() {
     static const auto& modules =
-        *new const std::vector<AddOnModule*>(AddOnModule::In(FindDefaultFolder()));
+        *new const std::vector<AddOnModule*>(AddOnModule::In(BPrivate::FindOfProgram("add-ons/translators")));
     return modules;
 }
 

@@ -30,18 +30,7 @@ NOT_SHOWN = {"Swis721 BT"}
 
 # Keys that dialogs of other folders, or archived layouts, bring.
 BROUGHT = {
-    "Understand", "Yes", "No", "Delete All", "OK", "Cancel", "Defaults", "Help", "Preferences",
-    "Comment", "Position", "Top", "Bottom", "Margin: ", "Padding: ", "Font: ", "Size: ",
-    "Extension of Comment File: ", "Add >>", "<< Remove", "Encoding: ", "UTF-8 (BeOS)",
-    "Shift-JIS", "JIS", "Auto Detect", "Select...", "Colors", "Target: ", "Backgrounds",
-    "Comment Backgrounds", "Opacity", "Etc.", "Display Option: ", "Enable Pre-load",
-    "File Name: ", "Folder: ", "Format: ", "Memory Usage: ", "%FileName% Information",
-    "ZELKAN Common Preferences", "Accelerator Format: ", "(None)", "Flat Tool Bar",
-    "* %AppName% *", "%AppName%: Open", "About %AppName%", "Copyright (C) %AppAuthor%",
-    "Just a moment...", "ReadMe_Eng.txt",
-    "@Err_Cannot_Show_Help@", "@Err_Cannot_Show_Prefs_Win@", "@Err_Cannot_Show_Image_Info_Win@",
-    "@Err_No_Image_Is_Displayed@", "@Hint_Excutable_Maybe_Broken@",
-    "@Ask_Del_One_MRUF %FileName%@", "@Hint_Del_One_MRUF@", "@Ask_Del_All_MRUFs@",
+    "Just a moment...",
 }
 
 TOKEN = re.compile(r"""
