@@ -34,7 +34,7 @@ bool apply_to(BView* view, int32 rawChar, bool* taken) {
     if (control == nullptr)
         return false;
     *taken = shows_short_cut(control->Label(), rawChar);
-    if (*taken)
+    if (*taken && control->IsEnabled())
         kAct(control);
     return true;
 }

@@ -218,6 +218,18 @@ TEST_F(DialogTest, ShortCutsAreSearchedDepthFirst) {
     EXPECT_EQ(Logged(), Entries{});
 }
 
+TEST_F(DialogTest, ADisabledControlKeepsItsKeyToItself) {
+    with_lock(fWindow, [&] {
+        fCheck->SetEnabled(false);
+        fOpen->SetEnabled(false);
+        EXPECT_EQ(fView->ApplyShortCut(fView, 's', 0), 0);
+        EXPECT_EQ(fView->ApplyShortCut(fView, 'o', 0), 0);  // not the second one's either
+        EXPECT_EQ(fCheck->Value(), B_CONTROL_OFF);
+        EXPECT_FALSE(fCheck->IsFocus());
+    });
+    EXPECT_EQ(Logged(), Entries{});
+}
+
 TEST_F(DialogTest, AKeyWithoutAContentViewIsLost) {
     auto* window = new TDialogWindow(
         BRect(0, 0, 99, 99), "Empty", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);

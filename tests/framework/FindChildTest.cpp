@@ -1,0 +1,64 @@
+#include "framework/FindChild.h"
+
+#include <gtest/gtest.h>
+#include <interface/Button.h>
+#include <interface/StringView.h>
+#include <interface/TabView.h>
+
+namespace {
+
+constexpr BRect kFrame(0, 0, 99, 99);
+
+BView* add_view(BView* parent, const char* name) {
+    auto* view = new BView(kFrame, name, B_FOLLOW_NONE, 0);
+    if (parent != nullptr)
+        parent->AddChild(view);
+    return view;
+}
+
+TEST(FindChild, FindsBelowTheView) {
+    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
+    BView* inner = add_view(&root, "Inner");
+    add_view(inner, nullptr);
+    auto* button = new BButton(kFrame, "ButtonOK", "OK", nullptr);
+    inner->AddChild(button);
+    EXPECT_EQ(find_child<BButton>(&root, "ButtonOK"), button);
+    EXPECT_EQ(find_child<BView>(&root, "Root"), &root);
+    EXPECT_EQ(find_view(&root, "Inner"), inner);
+    EXPECT_EQ(find_view(&root, "Missing"), nullptr);
+    EXPECT_EQ(find_view(inner, "Root"), nullptr);
+}
+
+TEST(FindChild, FindsNoneOfAnotherClass) {
+    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
+    root.AddChild(new BButton(kFrame, "ButtonOK", "OK", nullptr));
+    EXPECT_EQ(find_child<BStringView>(&root, "ButtonOK"), nullptr);
+}
+
+TEST(FindChild, FindsInEveryPageOfATabView) {
+    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
+    auto* outer = new BTabView(kFrame, "Outer");
+    root.AddChild(outer);
+    add_view(&root, "After");
+    BView* pages[] = {add_view(nullptr, "First"), add_view(nullptr, "Second")};
+    for (BView* page : pages)
+        outer->AddTab(page);
+    outer->AddTab(nullptr, new BTab);
+    auto* inner = new BTabView(kFrame, "Inner");
+    pages[1]->AddChild(inner);
+    inner->AddTab(add_view(nullptr, "Third"));
+    BView* deep = add_view(nullptr, "Fourth");
+    inner->AddTab(deep);
+    BView* deepest = add_view(deep, "Deepest");
+    for (const int32 selected : {0, 1, 2}) {
+        outer->Select(selected);
+        EXPECT_EQ(find_view(&root, "First"), pages[0]);
+        EXPECT_EQ(find_view(&root, "Second"), pages[1]);
+        EXPECT_EQ(find_child<BTabView>(&root, "Inner"), inner);
+        EXPECT_EQ(find_view(&root, "Deepest"), deepest);
+        EXPECT_NE(find_view(&root, "After"), nullptr);
+        EXPECT_EQ(find_view(&root, "Missing"), nullptr);
+    }
+}
+
+}  // namespace
