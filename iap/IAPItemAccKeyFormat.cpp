@@ -16,10 +16,14 @@ constexpr char kDefaultFormat[] = "\2(a)";
 constexpr const char* kFormats[] = {kDefaultFormat, "\1a) ", "\1a・", "\1a - "};
 constexpr char kNoHint[] = "";
 
+// Any program may broadcast a format, and every label has it. Those above are a tenth of this.
+constexpr size_t kMaxFormatLength = 64;
+
 }  // namespace
 
 TIAPItemAccKeyFormat::TIAPItemAccKeyFormat() : TIAPItem("AccKeyFormat2") {
-    (void)LoadString(&fFormat);
+    if (LoadString(&fFormat) != B_OK || fFormat.size() > kMaxFormatLength)
+        fFormat = kDefaultFormat;
 }
 
 status_t TIAPItemAccKeyFormat::MakeConfigurationView(BView** view, bool defaults) {
@@ -59,6 +63,8 @@ status_t TIAPItemAccKeyFormat::SetValue(const BMessage& change) {
     const status_t status = change.FindString(Name().c_str(), &format);
     if (status != B_OK)
         return status;
+    if (std::strlen(format) > kMaxFormatLength)
+        return B_BAD_VALUE;
     (void)SetString(format);
     const char* application = nullptr;
     const char* own = AppSignatureRef();

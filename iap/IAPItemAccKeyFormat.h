@@ -8,7 +8,8 @@ class BMenu;
 
 /// The format of the shortcut hints in labels, as merge_accelerator_key() takes it.
 ///
-/// A change is saved by the application whose own component made it, and by no other.
+/// A change is saved by the application whose own component made it, and by no other. A format
+/// that is far too long for a label is none: B_BAD_VALUE in a change, the default in the file.
 class TIAPItemAccKeyFormat final : public TIAPItem {
 public:
     /// Starts with the saved format.

@@ -2,6 +2,8 @@
 
 #include <app/Message.h>
 #include <app/Messenger.h>
+#include <interface/Rect.h>
+#include <kernel/OS.h>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -57,11 +59,39 @@ public:
     /// default. Each archive is a complete kMsgSharedItemChanged, too.
     void MakeComponents(BMessage* request) const;
 
+    // The common preferences window, of which the session has one at most, whichever application
+    // has made it. It is reached by the port of that name; see iap/IAPPortManager.h. None of these
+    // waits long for another application, and what it does not take in time is lost.
+
+    /// Brings the window to the front, or makes it, and adds this application's components to it.
+    /// @param frame where a new one goes: its left top corner counts
+    /// @return 0
+    status_t ShowWindow(BRect frame);
+    /// Makes the window here and waits until it has its port.
+    ///
+    /// When another application was faster its window is shown instead, and this one's goes.
+    /// @return the port; below 0 when there can be none, and the window serves this application
+    /// alone
+    port_id CreateAndShowWindow(BRect frame);
+    /// Sends this application's components there.
+    status_t AddComponents(port_id port);
+    /// Brings the window there to the front.
+    status_t ActivateWindow(port_id port) const;
+    /// Closes the window as by its close box, also another application's when forced to.
+    /// @return 0, also when there is no window; -1 when it is another's
+    status_t CloseWindow(bool force) const;
+    /// @param port one below 0 stands for the window that this store has made
+    /// @return 0, whatever became of the message
+    status_t SendMessage(port_id port, BMessage* message) const;
+
 private:
     /// Null for none.
     TIAPItem* FindItem(const char* name) const;
+    BMessenger OwnWindow() const;
 
     mutable std::mutex fLock;  // of everything below
+    bool fWindowOpenedHere = false;
+    BMessenger fOwnWindow;  // its view; invalid when there is none
     const char* fAppSignature = nullptr;
     std::vector<BMessenger> fObservers;
     std::map<std::string, TIAPItem*, std::less<>> fItems;

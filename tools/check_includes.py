@@ -88,6 +88,8 @@ def room_of(path):
             return parts[1]
     if parts[:3] in (["tests", "kits", "desktop"], ["tests", "kits", "translators"]):
         return "kits tests"
+    if parts[:3] == ["tests", "settings", "desktop"]:
+        return "desktop tests"
     return parts[0]
 
 
@@ -99,13 +101,20 @@ MAY_INCLUDE = {
     "kit": ({"kit", "include"}, {"standard", "system", "dbus"}),
     "desktop": ({"desktop", "kit", "include"}, {"standard", "system", "dbus", "qt"}),
     "translators": ({"translators", "kit", "include"}, {"standard", "system", "codec", "qt"}),
-    "tests": ({"tests", "application", "kit", "include", "fuzz"},
+    # The compiler of the layouts, which runs in builds only.
+    "resources": ({"resources", "kit", "include"}, {"standard", "qt"}),
+    "tests": ({"tests", "application", "resources", "kit", "include", "fuzz"},
         {"standard", "system", "dbus", "codec", "test"}),
     "kits tests": ({"kits tests", "tests", "translators", "desktop", "kit", "include"},
         {"standard", "system", "dbus", "codec", "qt", "test"}),
+    # The application's windows on the real display.
+    "desktop tests": ({"desktop tests", "kits tests", "tests", "application", "kit", "include"},
+        {"standard", "system", "qt", "test"}),
+    "examples": ({"examples", "application", "include"}, {"standard"}),
     "fuzz": ({"fuzz", "tests", "application", "translators", "kit", "include"},
         {"standard", "system"}),
-    "bench": ({"bench", "tests", "application", "desktop", "translators", "kit", "include"},
+    "bench": ({"bench", "tests", "examples", "application", "desktop", "translators", "kit",
+        "include"},
         {"standard", "system", "codec", "qt"}),
 }
 
@@ -178,7 +187,7 @@ def check(root):
     """The faults of the project below root, as lines of text."""
     tree = Tree(root)
     faults = []
-    for folder in APPLICATION + ["kits", "tests", "fuzz", "bench"]:
+    for folder in APPLICATION + ["kits", "resources", "tests", "fuzz", "bench", "examples"]:
         for path in tree.sources(folder):
             with open(os.path.join(root, path), encoding="utf-8", errors="replace") as file:
                 text = file.read()

@@ -279,4 +279,19 @@ TEST_F(AccKeyFormatTest, MergesIntoLabels) {
         EXPECT_EQ(merge_accelerator_key(c.format, "O", "Open..."), c.example);
 }
 
+TEST_F(AccKeyFormatTest, IsNoTextThatIsFarTooLong) {
+    TIAPItemAccKeyFormat item;
+    (void)item.SetAppSignatureRef(kOwnApp);
+    const std::string longest = "\2" + std::string(63, 'x');
+    EXPECT_EQ(item.SetValue(Change(longest.c_str(), kOwnApp)), B_OK);
+    EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), longest);
+    EXPECT_EQ(item.SetValue(Change((longest + "x").c_str(), kOwnApp)), B_BAD_VALUE);
+    EXPECT_EQ(FormatOf(item), longest);
+
+    BMessage file;
+    file.AddString(kName, (longest + "x").c_str());
+    fFiles.Write(kName, file);
+    EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), kDefault);
+}
+
 }  // namespace
