@@ -1,27 +1,47 @@
+// The life of the application, and what it relays.
+
 #include "app/LorivaneApp.h"
 
 #include "app/MessageCodes.h"
 #include "app/Version.h"
+#include "framework/AboutWindow.h"
+#include "framework/LanguageChangedFilter.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
+#include "settings/PrefsWindow.h"
 #include "window/LorivaneWindow.h"
 
+#include <app/AppDefs.h>
 #include <app/Messenger.h>
+#include <storage/FilePanel.h>
 
 TLorivaneApp::TLorivaneApp()
     : BApplication(kAppSignature), fMainWindow(new TLorivaneWindow(gExitStates.fWindowFrame)) {
+    // Only windows hear of another language, and the panel's title is the application's.
+    fMainWindow->AddCommonFilter(new TLanguageChangedFilter(BMessenger(this)));
     fMainWindow->Show();
 }
 
+TLorivaneApp::~TLorivaneApp() = default;
+
 void TLorivaneApp::MessageReceived(BMessage* message) {
     switch (message->what) {
+    case kMsgOpen: MenuOpenClicked(); break;
+    case kMsgShowPrefs: MItemPrefsClicked(); break;
+    case kMsgShowImageInfo: MItemShowImageInfoClicked(); break;
+    case kMsgShowHelp: MItemHelpClicked(); break;
+    case kMsgShowSharedPrefs: MItemZELKANCommonPrefsClicked(); break;
+    case kMsgLanguageChanged: SetOpenPanelLabels(); break;
+    case B_CANCEL: (void)Cancel(message); break;
     case kMsgSharedItemChanged:
+        // The windows read the value from the store when this arrives.
         IAPChanged(message);
-        // The window reads the value from the store when this arrives.
-        (void)BMessenger(fMainWindow).SendMessage(message);
-        break;
+        [[fallthrough]];
     case kPrefDisplayOption:
     case kPrefEnableComment:
+        (void)BMessenger(fMainWindow).SendMessage(message);
+        SendToPrefsWindow(message);
+        break;
     case kPrefCommentFontFamily:
     case kPrefCommentAlign:
     case kPrefCommentEncoding:
@@ -42,17 +62,16 @@ void TLorivaneApp::RefsReceived(BMessage* message) {
     (void)BMessenger(fMainWindow).SendMessage(message);
 }
 
+// Not under the window's lock, which it holds while it decodes an image or asks the user.
 bool TLorivaneApp::QuitRequested() {
-    if (fMainWindow == nullptr || !fMainWindow->Lock())
-        return true;
-    const bool quits = fMainWindow->QuitRequested();
-    fMainWindow->Unlock();
-    return quits;
+    return fMainWindow == nullptr || fMainWindow->QuitRequested();
 }
 
+// The other windows are closed by the base.
 void TLorivaneApp::Quit() {
     if (fMainWindow != nullptr)
         fMainWindow->Hide();
+    CloseWindow(&fAboutWindow);
     CloseWindow(&fMainWindow);
     BApplication::Quit();
 }
@@ -60,6 +79,11 @@ void TLorivaneApp::Quit() {
 void TLorivaneApp::IAPChanged(BMessage* message) {
     // Fails for an item of another application's, and for a change without a value.
     (void)gIAPs.SetValue(*message);
+}
+
+void TLorivaneApp::SendToPrefsWindow(BMessage* message) {
+    if (fPrefsWindow != nullptr && fPrefsWindow->InitCheck() == B_OK)
+        (void)BMessenger(fPrefsWindow).SendMessage(message);
 }
 
 template <typename Window>

@@ -52,6 +52,7 @@ constexpr uint32 kMsgActivateSharedWindow = 'iawr';
 constexpr uint32 kMsgSharedControlChanged = 'ictc';  ///< kFieldSharedItem
 
 // Controls of the dialogs, handled by the view they stand in.
+constexpr uint32 kMsgOK = '_ok';
 constexpr uint32 kMsgCancel = '_cnc';
 constexpr uint32 kMsgDefaults = '_dfl';
 constexpr uint32 kMsgAddCommentFileExt = 'acfe';
@@ -63,6 +64,7 @@ constexpr uint32 kMsgEnablePreloadClicked = 'cepl';
 constexpr uint32 kMsgCommentAtTop = 'rcat';
 constexpr uint32 kMsgCommentAtBottom = 'rcab';
 constexpr uint32 kMsgColorAlphaChanged = 'scac';
+constexpr uint32 kMsgColorChanged = 'cclc';
 constexpr uint32 kMsgCommentPaddingChanged = 'tcpc';
 constexpr uint32 kMsgCommentMarginChanged = 'tcmc';
 constexpr uint32 kMsgCommentFontSizeChanged = 'tcsc';
@@ -80,6 +82,7 @@ constexpr char kFieldThread[] = "Thread";              ///< int32, the loader's 
 constexpr char kFieldImage[] = "Image";                ///< pointer to a TImage, handed over
 constexpr char kFieldDelta[] = "Delta";                ///< int32, +1 or -1
 constexpr char kFieldDisplayOption[] = "DispOpt";      ///< int32, 0 to 5
+constexpr char kFieldEncoding[] = "Encoding";          ///< int32, a comment_encoding
 constexpr char kFieldSender[] = "Sender";              ///< pointer to the view that sent a notice
 constexpr char kFieldSharedApp[] = "IAP:SrcApp";       ///< string, an application signature
 constexpr char kFieldSharedItem[] = "IAP:SrcIAPItem";  ///< string, the item's name

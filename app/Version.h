@@ -12,5 +12,10 @@ constexpr char kAppVersionNumber[] = LORIVANE_VERSION;
 /// What the user and the settings files see, for example "Ver0.1.0".
 constexpr char gAppVer[] = "Ver" LORIVANE_VERSION;
 
+// Keys of the locale service, so that a language may write them in its own way.
 constexpr char kAppName[] = "Lorivane";
+constexpr char kAppAuthor[] = "ZELKAN";
+/// A line with the maker's name for "%AppAuthor%".
+constexpr char kAppCopyright[] = "Copyright (C) %AppAuthor%";
+
 constexpr char kAppSignature[] = "application/x-vnd.ZELKAN-Lorivane";

@@ -3,18 +3,51 @@
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <app/MessageQueue.h>
+#include <interface/InterfaceDefs.h>
 #include <interface/Window.h>
 #include <kernel/OS.h>
+#include <locale/Locale.h>
 #include <storage/Entry.h>
 #include <storage/Path.h>
+#include <string>
 
 #include "app/MessageCodes.h"
+#include "framework/Accelerator.h"
+#include "framework/Alert.h"
+#include "framework/LocalText.h"
+#include "iap/InterAppPrefs.h"
 #include "viewer/LorivaneView.h"
+
+namespace {
+
+/// Whether an entry of the menu of recent files sent it. What else is handed in from within the
+/// program was chosen in its file panel, whose buttons answer to letters with the same key held.
+bool is_from_menu(const BMessage& message) {
+    return !message.IsSourceRemote() && message.HasPointer(kFieldSource);
+}
+
+/// Asks whether the entry is to leave the list of recent files.
+bool wants_to_forget(const entry_ref& ref) {
+    std::string format;
+    (void)gIAPs.GetString("AccKeyFormat2", &format);
+    const std::string no = merge_accelerator_key(format, "N", be_locale->GetString("No"));
+    const std::string yes = merge_accelerator_key(format, "Y", be_locale->GetString("Yes"));
+    const char* name = ref.name != nullptr ? ref.name : "";
+    const std::string text = local_text_with("@Ask_Del_One_MRUF %FileName%@", "%FileName%", name);
+    return show_alert(text.c_str(), "", no.c_str(), yes.c_str(), nullptr, 0, B_WARNING_ALERT) == 1;
+}
+
+}  // namespace
 
 void TLorivaneView::RefsReceived(BMessage* message) {
     entry_ref ref;
     if (message->FindRef(kFieldRefs, &ref) != B_OK)
         return;
+    if (is_from_menu(*message) && (modifiers() & B_CONTROL_KEY) != 0) {
+        if (wants_to_forget(ref))
+            SendRemoveHistoryRqtd(ref);
+        return;
+    }
     SetFolder(ref);
     SendAddHistoryRqtd(ref);
 }

@@ -53,6 +53,7 @@ TLorivaneWindow::TLorivaneWindow(BRect frame)
     fView = new TLorivaneView(viewFrame);
     AddChild(fView);
     AddCommonFilter(new TKeyDownFilter(fView));
+    InitHistory();
     CreateMenu();
 }
 
@@ -67,10 +68,13 @@ void TLorivaneWindow::DispatchMessage(BMessage* message, BHandler* handler) {
 }
 
 void TLorivaneWindow::MessageReceived(BMessage* message) {
-    if (message->what == kMsgSharedItemChanged)
-        IAPChanged(message);
-    else
-        TBasicWindow::MessageReceived(message);
+    switch (message->what) {
+    case kMsgAddHistory: AddHistoryRqtd(message); break;
+    case kMsgRemoveHistory: RemoveHistoryRqtd(message); break;
+    case kMsgDeleteAllHistory: MItemDelAllMRUFClicked(); break;
+    case kMsgSharedItemChanged: IAPChanged(message); break;
+    default: TBasicWindow::MessageReceived(message); break;
+    }
 }
 
 // What the window itself does about a message it passes on.

@@ -4,6 +4,7 @@
 
 #include "framework/BasicWindow.h"
 #include "viewer/DisplayOption.h"
+#include "window/MRUF.h"
 
 class BMenu;
 class BMenuBar;
@@ -38,6 +39,16 @@ public:
     void UpdateDisplayOptionCompos();
     void UpdateEnableCommentCompos();
 
+    // The files that were opened before, in the "Open..." menu.
+
+    /// Puts the list into the menu and saves it.
+    void GenerateMenuMRUF();
+    /// The entry of "refs" was opened, or is to be forgotten.
+    void AddHistoryRqtd(BMessage* message);
+    void RemoveHistoryRqtd(BMessage* message);
+    /// Asks, and waits for the answer.
+    void MItemDelAllMRUFClicked();
+
     /// Widens the menu bar to the window.
     void RefsReceived();
 
@@ -45,6 +56,7 @@ public:
     TImage* CurrentImage() const;
 
 private:
+    void InitHistory();
     void CreateMenu();
     void DestroyMenu();
 
@@ -52,8 +64,10 @@ private:
     void NoteForView(uint32 what);
 
     // The window owns its views, and the menu bar the menus.
+    BMenu* fOpenMenu = nullptr;
     BMenuBar* fMenuBar;
     TLorivaneView* fView;
     std::array<BMenuItem*, kDisplayOptionCount> fDisplayOptionItems{};
     BMenuItem* fEnableCommentItem = nullptr;
+    TMRUF fHistory;
 };

@@ -58,7 +58,8 @@ BMenu* add_menu(BMenuBar* bar, const TLabels& labels, const char* key, const cha
     return menu;
 }
 
-void fill_file_menu(BMenu* menu, const TLabels& labels) {
+/// Returns the menu that the files opened before go into.
+BMenu* fill_file_menu(BMenu* menu, const TLabels& labels) {
     auto* recent = new BMenu(labels("Open...", "O").c_str());
     recent->AddSeparatorItem();
     BMenuItem* deleteAll = make_item(labels, "Delete All MRUFs", "D", kMsgDeleteAllHistory);
@@ -72,6 +73,7 @@ void fill_file_menu(BMenu* menu, const TLabels& labels) {
     menu->AddItem(open);
     menu->AddSeparatorItem();
     menu->AddItem(make_item(labels, "Quit", "Q", B_QUIT_REQUESTED));
+    return recent;
 }
 
 void fill_tool_menu(BMenu* menu, const TLabels& labels) {
@@ -92,7 +94,7 @@ void fill_help_menu(BMenu* menu, const TLabels& labels) {
 
 void TLorivaneWindow::CreateMenu() {
     const TLabels labels;
-    fill_file_menu(add_menu(fMenuBar, labels, "File", "F"), labels);
+    fOpenMenu = fill_file_menu(add_menu(fMenuBar, labels, "File", "F"), labels);
 
     BMenu* view = add_menu(fMenuBar, labels, "View", "V");
     view->AddItem(make_item(labels, "First Image [Home]", "F", kMsgFirstImage, 'F'));
@@ -115,9 +117,13 @@ void TLorivaneWindow::CreateMenu() {
     fill_help_menu(add_menu(fMenuBar, labels, "Help", "H"), labels);
     UpdateDisplayOptionCompos();
     UpdateEnableCommentCompos();
+    fHistory.SetTgtMenu(fOpenMenu);
+    GenerateMenuMRUF();
 }
 
 void TLorivaneWindow::DestroyMenu() {
+    fHistory.SetTgtMenu(nullptr);
+    fOpenMenu = nullptr;
     while (BMenu* menu = fMenuBar->SubmenuAt(0)) {
         fMenuBar->RemoveItem(menu);
         delete menu;
@@ -136,6 +142,9 @@ void TLorivaneWindow::IAPChanged(BMessage* message) {
     if (message->FindString(kFieldSharedItem, &item) != B_OK ||
         item != std::string(kHintFormatItem))
         return;
+    std::string format;
+    (void)gIAPs.GetString(kHintFormatItem, &format);
+    fHistory.SetAccFormat(format);
     DestroyMenu();
     CreateMenu();
 }

@@ -1,20 +1,14 @@
-#include "app/LorivaneApp.h"
-
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <app/MessageFilter.h>
 #include <app/Messenger.h>
-#include <functional>
-#include <gtest/gtest.h>
 
 #include "app/MessageCodes.h"
 #include "app/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
-#include "tests/framework/TestWindows.h"
-#include "tests/settings/SettingsHome.h"
-#include "window/LorivaneWindow.h"
+#include "tests/app/AppFixture.h"
 
 namespace {
 
@@ -39,33 +33,13 @@ private:
     TLog* fLog;
 };
 
-class LorivaneAppTest : public testing::Test {
+class LorivaneAppTest : public AppFixture {
 protected:
-    /// Runs the application, and beside it `user`, who must make it quit.
-    void RunApp(const std::function<void(recording::Window&)>& user) {
-        auto app = std::make_unique<TLorivaneApp>();
-        EXPECT_STREQ(app->Signature(), "application/x-vnd.ZELKAN-Lorivane");
-        EXPECT_EQ(app->CountWindows(), 1);
-        fWindow = dynamic_cast<TLorivaneWindow*>(app->WindowAt(0));
-        ASSERT_NE(fWindow, nullptr);
+    void WindowMade() override {
         with_lock(fWindow, [&] { fWindow->AddCommonFilter(new TSpyFilter(&fLog)); });
-        std::thread thread([&] {
-            const auto windows = recording::TheRecordingDisplay().Windows();
-            ASSERT_EQ(windows.size(), 1U);
-            fScreen = windows.front();
-            EXPECT_TRUE(recording::WaitFor([&] { return fScreen->IsShown(); }));
-            user(*fScreen);
-        });
-        app->Run();
-        thread.join();
-        app.reset();
-        EXPECT_FALSE(fScreen->IsOpen());
     }
 
-    TSettingsHome fHome;
     TLog fLog;
-    TLorivaneWindow* fWindow = nullptr;
-    std::shared_ptr<recording::Window> fScreen;
 };
 
 TEST_F(LorivaneAppTest, OpensTheMainWindowAtTheSavedFrame) {

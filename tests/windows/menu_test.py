@@ -6,10 +6,11 @@ from viewer_test import ViewerTest, color_of, x11
 
 LINE = None  # a separator
 
-# Each menu with its items; one that has items of its own is a pair.
+# Each menu with its items; one that has items of its own is a pair. Of the files opened before
+# there is the one that open() opens.
 MENUS = [
     ("File(F)", [
-        ("Open(O)...", [LINE, "Delete All MRUFs(D)"]),
+        ("Open(O)...", ["p002.png(0)", LINE, "Delete All MRUFs(D)"]),
         LINE,
         "Quit(Q)",
     ]),
@@ -62,7 +63,9 @@ class MenuTest(ViewerTest):
         self.at(viewer, START)
         viewer.wait_idle()
         self.reader = accessibility.Reader(viewer)
-        x11.wait_for(lambda: len(self.tree()) == 4, lambda: f"four menus; {self.tree()}")
+        # The file comes into its menu a little later than on the screen.
+        x11.wait_for(lambda: len(self.tree()) == 4 and len(self.recent()) > 2,
+            lambda: f"four menus; {self.tree()}")
         return viewer
 
     def at(self, viewer, index):
@@ -81,6 +84,10 @@ class MenuTest(ViewerTest):
             return found
 
         return read(self.reader.menu_bar())
+
+    def recent(self):
+        """The entries of the menu of the files opened before, its own items included."""
+        return self.tree()[0][1][0][1]
 
     def item(self, *path):
         return self.reader.menu(*path)
@@ -115,3 +122,30 @@ class MenuTest(ViewerTest):
     def wait_marked(self, *labels):
         x11.wait_for(lambda: self.marked() == list(labels),
             lambda: f"marked are {labels}; there are {self.marked()}")
+
+    # Other windows of the program.
+
+    def windows(self, viewer, title):
+        return [window for window in self.screen.windows(viewer.process.pid)
+            if window.title() == title]
+
+    def wait_window(self, viewer, title):
+        """The first window of that title, with the keyboard in it."""
+        window = x11.wait_for(lambda: next(iter(self.windows(viewer, title)), None), lambda:
+            f"there is {title!r}; {[w.title() for w in self.screen.windows(viewer.process.pid)]}")
+        window.activate()
+        return window
+
+    def wait_windows(self, viewer, title, count):
+        x11.wait_for(lambda: len(self.windows(viewer, title)) == count,
+            lambda: f"{count} of {title!r}; {len(self.windows(viewer, title))}")
+
+    def wait_text(self, text):
+        """Until some item of the program, such as the text of an alert, says that."""
+        def found():
+            try:
+                return any(text in item.get_name() for item in self.reader.all())
+            except accessibility.GONE:
+                return False
+
+        x11.wait_for(found, lambda: f"something says {text!r}")

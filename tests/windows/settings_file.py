@@ -16,6 +16,10 @@ def int32(name, value):
     return _field(b"LONG", name, [struct.pack("<i", value)], 4)
 
 
+def float32(name, value):
+    return _field(b"FLOT", name, [struct.pack("<f", value)], 4)
+
+
 def boolean(name, value):
     return _field(b"BOOL", name, [bytes([value])], 1)
 
@@ -26,6 +30,11 @@ def rect(name, left, top, right, bottom):
 
 def string(name, text):
     return _field(b"CSTR", name, [text.encode() + b"\0"], 0)
+
+
+def strings(name, texts):
+    """Several in one field."""
+    return _field(b"CSTR", name, [text.encode() + b"\0" for text in texts], 0)
 
 
 def message(*fields):

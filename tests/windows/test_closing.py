@@ -29,7 +29,8 @@ class Closing(ViewerTest):
         self.assertGreater(os.path.getsize(self.exit_states()), 0)
         files = [os.path.join(folder, name)
             for folder, _folders, names in os.walk(self.settings) for name in names]
-        self.assertEqual(files, [self.exit_states()])
+        history = os.path.join(os.path.dirname(self.exit_states()), "Lorivane_MRUFs.arc")
+        self.assertEqual(sorted(files), [self.exit_states(), history])
         again = self.start()
         x11.wait_for(lambda: again.window.frame() == PLACE,
             lambda: f"the window is at {PLACE}; it is at {again.window.frame()}")

@@ -1,0 +1,103 @@
+// The files that were opened before, in the main window's "Open..." menu.
+
+#include <app/Message.h>
+#include <interface/Menu.h>
+#include <interface/MenuItem.h>
+#include <locale/Locale.h>
+#include <storage/Entry.h>
+#include <storage/Path.h>
+#include <string>
+
+#include "app/MessageCodes.h"
+#include "framework/Accelerator.h"
+#include "framework/Alert.h"
+#include "iap/InterAppPrefs.h"
+#include "settings/SettingsFile.h"
+#include "window/LorivaneWindow.h"
+
+namespace {
+
+constexpr char kFileName[] = "Lorivane_MRUFs.arc";
+constexpr char kHintFormatItem[] = "AccKeyFormat2";
+constexpr int32 kMostFiles = 10;
+
+/// False when the message has no entry, or one that has no path.
+bool find_entry(const BMessage& message, entry_ref* ref, BPath* path) {
+    return message.FindRef(kFieldRefs, ref) == B_OK && path->SetTo(ref) == B_OK;
+}
+
+/// The entry that leads there in other words, such as a path with "//"; -1 for none.
+int32 find_ref(const TMRUF& history, const entry_ref& wanted) {
+    for (int32 i = 0; i < history.CountMRUFs(); ++i) {
+        entry_ref ref;
+        (void)get_ref_for_path(history.MRUFAt(i), &ref);
+        if (ref == wanted)
+            return i;
+    }
+    return -1;
+}
+
+std::string hint_format() {
+    std::string format;
+    (void)gIAPs.GetString(kHintFormatItem, &format);
+    return format;
+}
+
+}  // namespace
+
+void TLorivaneWindow::InitHistory() {
+    fHistory.SetShowSC(true);
+    fHistory.SetMaxMRUF(kMostFiles);
+    fHistory.SetTgtHandler(this);
+    fHistory.SetAccFormat(hint_format());
+
+    BEntry file;
+    if (get_settings_entry(kAppSettingsFolder, kFileName, &file) == B_OK)
+        (void)fHistory.Load(file);  // what cannot be read was not there
+}
+
+void TLorivaneWindow::GenerateMenuMRUF() {
+    fHistory.GenerateMenu();
+    // Behind the entries and the separator.
+    if (BMenuItem* deleteAll = fOpenMenu->ItemAt(fHistory.CountMRUFs() + 1))
+        deleteAll->SetEnabled(fHistory.CountMRUFs() > 0);
+
+    BEntry file;
+    if (get_settings_entry(kAppSettingsFolder, kFileName, &file) == B_OK)
+        (void)fHistory.Save(file);  // on a full disk the old one stays
+}
+
+void TLorivaneWindow::AddHistoryRqtd(BMessage* message) {
+    entry_ref ref;
+    BPath path;
+    if (!find_entry(*message, &ref, &path))
+        return;
+    fHistory.AddMRUF(path.Path());
+    GenerateMenuMRUF();
+}
+
+void TLorivaneWindow::RemoveHistoryRqtd(BMessage* message) {
+    entry_ref ref;
+    BPath path;
+    if (!find_entry(*message, &ref, &path))
+        return;
+    if (fHistory.FindMRUF(path.Path()) >= 0)
+        fHistory.RemoveMRUF(path.Path());
+    else
+        (void)fHistory.RemoveMRUF(find_ref(fHistory, ref));
+    GenerateMenuMRUF();
+}
+
+void TLorivaneWindow::MItemDelAllMRUFClicked() {
+    const std::string format = hint_format();
+    const std::string no = merge_accelerator_key(format, "N", be_locale->GetString("No"));
+    const std::string deleteAll =
+        merge_accelerator_key(format, "A", be_locale->GetString("Delete All"));
+    const int32 answer = show_alert(be_locale->GetString("@Ask_Del_All_MRUFs@"),
+        be_locale->GetString("@Hint_Del_One_MRUF@"), no.c_str(), deleteAll.c_str(), nullptr, 0,
+        B_WARNING_ALERT);
+    if (answer == 0)
+        return;
+    fHistory.ClearMRUF();
+    GenerateMenuMRUF();
+}
