@@ -24,6 +24,10 @@ BFont MakeBold() {
 const BFont kPlainFont;
 const BFont kBoldFont = MakeBold();
 
+/// What the thread was last told to be installed: a list that changed between the count and the
+/// names would be read wrongly, and making it takes long.
+thread_local std::vector<std::string> sFamilies;
+
 void CopyName(char* to, std::size_t size, const char* from) {
     std::strncpy(to, from, size - 1);
     to[size - 1] = '\0';
@@ -122,16 +126,18 @@ void BFont::GetHeight(font_height* height) const {
 }
 
 int32 count_font_families() {
-    return static_cast<int32>(TheDisplay().FontFamilies().size());
+    sFamilies = TheDisplay().FontFamilies();
+    return static_cast<int32>(sFamilies.size());
 }
 
 status_t get_font_family(int32 index, font_family* name, uint32* flags) {
-    const std::vector<std::string> families = TheDisplay().FontFamilies();
-    if (index < 0 || static_cast<std::size_t>(index) >= families.size())
+    if (sFamilies.empty())
+        sFamilies = TheDisplay().FontFamilies();
+    if (index < 0 || static_cast<std::size_t>(index) >= sFamilies.size())
         return B_BAD_INDEX;
     if (name == nullptr)
         return B_BAD_VALUE;
-    CopyName(*name, sizeof(*name), families[static_cast<std::size_t>(index)].c_str());
+    CopyName(*name, sizeof(*name), sFamilies[static_cast<std::size_t>(index)].c_str());
     if (flags != nullptr)
         *flags = 0;
     return B_OK;

@@ -139,8 +139,13 @@ std::string Process::Errors() const {
 }
 
 void Process::Signal(int signal) const {
-    if (fId > 0)
-        kill(fId, signal);
+    if (fId <= 0)
+        return;
+    kill(fId, signal);
+    // A process stops a while after it was told to, and goes on working until then.
+    siginfo_t state{};
+    if (signal == SIGSTOP)
+        (void)waitid(P_PID, static_cast<id_t>(fId), &state, WSTOPPED);
 }
 
 void Process::Kill() {

@@ -57,7 +57,7 @@ TEST(Fonts, MetricsGrowWithTheSize) {
 }
 
 TEST(Fonts, WidthsAddUpAndTakeFractionsOfASize) {
-    Display& display = TheDisplay();
+    auto& display = TheDisplay();
     const float one = display.StringWidth({"", 12}, "m");
     EXPECT_GT(one, 4);
     EXPECT_NEAR(display.StringWidth({"", 12}, "mmmm"), 4 * one, 1);

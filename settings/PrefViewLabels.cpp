@@ -1,0 +1,121 @@
+// The preferences dialog's texts.
+
+#include <interface/Box.h>
+#include <interface/Button.h>
+#include <interface/CheckBox.h>
+#include <interface/MenuField.h>
+#include <interface/MenuItem.h>
+#include <interface/RadioButton.h>
+#include <interface/Slider.h>
+#include <interface/TabView.h>
+#include <interface/TextControl.h>
+#include <interface/Window.h>
+#include <locale/Locale.h>
+#include <string>
+
+#include "app/MessageCodes.h"
+#include "framework/Accelerator.h"
+#include "iap/InterAppPrefs.h"
+#include "settings/PrefChoices.h"
+#include "settings/PrefView.h"
+#include "viewer/DisplayOption.h"
+
+namespace {
+
+/// A label in the user's language with the hint for its key, in the format of the moment.
+class TLabels {
+public:
+    TLabels() { (void)gIAPs.GetString("AccKeyFormat2", &fFormat); }
+
+    std::string operator()(const char* key, const char* letter) const {
+        return merge_accelerator_key(fFormat, letter, be_locale->GetString(key));
+    }
+
+private:
+    std::string fFormat;
+};
+
+/// Takes the menu's items out and lets it be titled in the user's language.
+BMenu* emptied_menu(const BMenuField* field) {
+    BMenu* menu = field->Menu();
+    (void)menu->RemoveItems(0, menu->CountItems(), true);
+    menu->SetName(be_locale->GetString("Select..."));
+    return menu;
+}
+
+}  // namespace
+
+void TPrefView::SetViewLabels() {
+    if (!LockLooper())
+        return;
+    const TLabels labels;
+
+    fTabView->TabAt(0)->SetLabel(be_locale->GetString("Comment"));
+    fCBoxEnableComment->SetLabel(labels("Enable Comment", "C").c_str());
+    fBoxCommentAlign->SetLabel(be_locale->GetString("Position"));
+    fRButtonCommentAlignTop->SetLabel(labels("Top", "T").c_str());
+    fRButtonCommentAlignBottom->SetLabel(labels("Bottom", "B").c_str());
+    fTxtCtrlCommentMargin->SetLabel(labels("Margin: ", "M").c_str());
+    fTxtCtrlCommentPadding->SetLabel(labels("Padding: ", "P").c_str());
+    fMFieldCommentFontFace->SetLabel(labels("Font: ", "F").c_str());
+    fTxtCtrlCommentFontSize->SetLabel(labels("Size: ", "S").c_str());
+    fTxtCtrlAddCommentFileExt->SetLabel(labels("Extension of Comment File: ", "X").c_str());
+    fButtonAddCommentFileExt->SetLabel(labels("Add >>", "A").c_str());
+    fButtonRemoveCommentFileExt->SetLabel(labels("<< Remove", "R").c_str());
+    fMFieldCommentEncoding->SetLabel(labels("Encoding: ", "E").c_str());
+
+    // A letter may be that of another tab's control, since only one tab is shown; "D" of a button
+    // may not, since the buttons always are.
+    fTabView->TabAt(1)->SetLabel(be_locale->GetString("Colors"));
+    fMFieldColTarget->SetLabel(labels("Target: ", "T").c_str());
+    fSliderColAlpha->SetLabel(be_locale->GetString("Opacity"));
+
+    fTabView->TabAt(2)->SetLabel(be_locale->GetString("Etc."));
+    fMFieldDispOpt->SetLabel(labels("Display Option: ", "I").c_str());
+    fCBoxEnablePreload->SetLabel(labels("Enable Pre-load", "P").c_str());
+
+    fButtonHelp->SetLabel(labels("Help", "F1").c_str());
+    fButtonDefaults->SetLabel(labels("Defaults", "D").c_str());
+    fButtonCancel->SetLabel(be_locale->GetString("Cancel"));
+    fButtonOK->SetLabel(be_locale->GetString("OK"));
+
+    FitToLabels();
+    UnlockLooper();
+}
+
+void TPrefView::FillTranslatedMenus() {
+    BMenu* encodings = emptied_menu(fMFieldCommentEncoding);
+    for (int32 i = 0; i < kCommentEncodingCount; i++) {
+        if (i == kEncodingSeparator) {
+            encodings->AddSeparatorItem();
+            continue;
+        }
+        auto* message = new BMessage(kMsgCommentEncodingChosen);
+        (void)message->AddInt32(kFieldEncoding, i);
+        encodings->AddItem(new BMenuItem(be_locale->GetString(LKK_MITEM_ENCODING[i]), message));
+    }
+
+    BMenu* targets = emptied_menu(fMFieldColTarget);
+    for (const char* target : LKK_POPMITEM_COL_TARGET) {
+        targets->AddItem(
+            new BMenuItem(be_locale->GetString(target), new BMessage(kMsgColorTargetChosen)));
+    }
+
+    BMenu* options = emptied_menu(fMFieldDispOpt);
+    for (int32 i = 0; i < kDisplayOptionCount; i++) {
+        options->AddItem(new BMenuItem(be_locale->GetString(LKK_MITEM_DO[i]),
+            create_display_option_message(kMsgDisplayOptionChosen, i)));
+    }
+}
+
+void TPrefView::LanguageChanged() {
+    TDialogView::LanguageChanged();
+    const pref_color target = ColorTarget();
+    FillTranslatedMenus();
+    MarkItem(fMFieldColTarget, target);
+    MarkItem(fMFieldCommentEncoding, gPrefs.fCommentEncoding);
+    MarkItem(fMFieldDispOpt, gPrefs.fDisplayOption);
+    SetTargets();
+    SetViewLabels();
+    Invalidate();
+}
