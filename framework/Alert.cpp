@@ -1,11 +1,10 @@
 #include "framework/Alert.h"
 
 #include "framework/Accelerator.h"
+#include "framework/HintedLabels.h"
 #include "framework/LocalText.h"
-#include "iap/InterAppPrefs.h"
 
 #include <interface/InterfaceDefs.h>
-#include <locale/Locale.h>
 #include <string>
 
 namespace {
@@ -33,9 +32,7 @@ int32 show_alert(const char* text, const char* hint, const char* button0, const 
 }
 
 void show_error(const char* text, const char* hint) {
-    std::string format;
-    (void)gIAPs.GetString("AccKeyFormat2", &format);
-    const std::string label =
-        merge_accelerator_key(format, "U", be_locale->GetString("Understand"));
+    const THintedLabels labels;
+    const std::string label = labels("Understand", "U");
     (void)show_alert(text, hint, label.c_str(), nullptr, nullptr, 0, B_WARNING_ALERT);
 }

@@ -14,26 +14,12 @@
 #include <string>
 
 #include "app/MessageCodes.h"
-#include "framework/Accelerator.h"
-#include "iap/InterAppPrefs.h"
+#include "framework/HintedLabels.h"
 #include "settings/PrefChoices.h"
 #include "settings/PrefView.h"
 #include "viewer/DisplayOption.h"
 
 namespace {
-
-/// A label in the user's language with the hint for its key, in the format of the moment.
-class TLabels {
-public:
-    TLabels() { (void)gIAPs.GetString("AccKeyFormat2", &fFormat); }
-
-    std::string operator()(const char* key, const char* letter) const {
-        return merge_accelerator_key(fFormat, letter, be_locale->GetString(key));
-    }
-
-private:
-    std::string fFormat;
-};
 
 /// Takes the menu's items out and lets it be titled in the user's language.
 BMenu* emptied_menu(const BMenuField* field) {
@@ -48,7 +34,7 @@ BMenu* emptied_menu(const BMenuField* field) {
 void TPrefView::SetViewLabels() {
     if (!LockLooper())
         return;
-    const TLabels labels;
+    const THintedLabels labels;
 
     fTabView->TabAt(0)->SetLabel(be_locale->GetString("Comment"));
     fCBoxEnableComment->SetLabel(labels("Enable Comment", "C").c_str());

@@ -20,13 +20,16 @@ await() {
 
 if [ "${1:-}" != --inside ]; then
     command -v dbus-run-session >/dev/null || die "dbus-run-session is missing"
+    # The services of the session keep their sockets here; it must belong to this user alone.
+    XDG_RUNTIME_DIR=$(mktemp -d)
+    export XDG_RUNTIME_DIR
     # The bus and what it starts are talkative; only the command's own words are wanted.
     exec dbus-run-session -- "$0" --inside "$@" 8>&1 9>&2 >/dev/null 2>&1
 fi
 shift
 exec >&8 2>&9 8>&- 9>&-
 
-place=$(mktemp -d)
+place=$XDG_RUNTIME_DIR
 children=()
 finish() {
     for child in "${children[@]}"; do
@@ -39,8 +42,6 @@ trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# The services of the session keep their sockets here; it must belong to this user alone.
-export XDG_RUNTIME_DIR=$place
 unset WAYLAND_DISPLAY
 
 # The server picks a free number and says which once it listens.

@@ -24,13 +24,16 @@ if [ "${1:-}" != --inside ]; then
     for program in sway swaymsg wtype; do
         command -v "$program" >/dev/null || die "$program is missing"
     done
+    # The services of the session keep their sockets here; it must belong to this user alone.
+    XDG_RUNTIME_DIR=$(mktemp -d)
+    export XDG_RUNTIME_DIR
     # The bus and what it starts are talkative; only the command's own words are wanted.
     exec dbus-run-session -- "$0" --inside "$@" 8>&1 9>&2 >/dev/null 2>&1
 fi
 shift
 exec >&8 2>&9 8>&- 9>&-
 
-place=$(mktemp -d)
+place=$XDG_RUNTIME_DIR
 # The compositor refuses to run as root.
 as_user=()
 if [ "$(id -u)" -eq 0 ]; then
@@ -50,8 +53,6 @@ trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# The services of the session keep their sockets here; it must belong to this user alone.
-export XDG_RUNTIME_DIR=$place
 unset DISPLAY WAYLAND_DISPLAY SWAYSOCK
 
 cat >"$seat/config" <<'CONFIG'

@@ -6,16 +6,14 @@
 #include <interface/InterfaceDefs.h>
 #include <interface/Window.h>
 #include <kernel/OS.h>
-#include <locale/Locale.h>
 #include <storage/Entry.h>
 #include <storage/Path.h>
 #include <string>
 
 #include "app/MessageCodes.h"
-#include "framework/Accelerator.h"
 #include "framework/Alert.h"
+#include "framework/HintedLabels.h"
 #include "framework/LocalText.h"
-#include "iap/InterAppPrefs.h"
 #include "viewer/LorivaneView.h"
 
 namespace {
@@ -28,10 +26,9 @@ bool is_from_menu(const BMessage& message) {
 
 /// Asks whether the entry is to leave the list of recent files.
 bool wants_to_forget(const entry_ref& ref) {
-    std::string format;
-    (void)gIAPs.GetString("AccKeyFormat2", &format);
-    const std::string no = merge_accelerator_key(format, "N", be_locale->GetString("No"));
-    const std::string yes = merge_accelerator_key(format, "Y", be_locale->GetString("Yes"));
+    const THintedLabels labels;
+    const std::string no = labels("No", "N");
+    const std::string yes = labels("Yes", "Y");
     const char* name = ref.name != nullptr ? ref.name : "";
     const std::string text = local_text_with("@Ask_Del_One_MRUF %FileName%@", "%FileName%", name);
     return show_alert(text.c_str(), "", no.c_str(), yes.c_str(), nullptr, 0, B_WARNING_ALERT) == 1;

@@ -9,16 +9,14 @@
 #include <string>
 
 #include "app/MessageCodes.h"
-#include "framework/Accelerator.h"
 #include "framework/Alert.h"
-#include "iap/InterAppPrefs.h"
+#include "framework/HintedLabels.h"
 #include "settings/SettingsFile.h"
 #include "window/LorivaneWindow.h"
 
 namespace {
 
 constexpr char kFileName[] = "Lorivane_MRUFs.arc";
-constexpr char kHintFormatItem[] = "AccKeyFormat2";
 constexpr int32 kMostFiles = 10;
 
 /// False when the message has no entry, or one that has no path.
@@ -37,19 +35,13 @@ int32 find_ref(const TMRUF& history, const entry_ref& wanted) {
     return -1;
 }
 
-std::string hint_format() {
-    std::string format;
-    (void)gIAPs.GetString(kHintFormatItem, &format);
-    return format;
-}
-
 }  // namespace
 
 void TLorivaneWindow::InitHistory() {
     fHistory.SetShowSC(true);
     fHistory.SetMaxMRUF(kMostFiles);
     fHistory.SetTgtHandler(this);
-    fHistory.SetAccFormat(hint_format());
+    fHistory.SetAccFormat(THintedLabels().Format());
 
     BEntry file;
     if (get_settings_entry(kAppSettingsFolder, kFileName, &file) == B_OK)
@@ -89,10 +81,9 @@ void TLorivaneWindow::RemoveHistoryRqtd(BMessage* message) {
 }
 
 void TLorivaneWindow::MItemDelAllMRUFClicked() {
-    const std::string format = hint_format();
-    const std::string no = merge_accelerator_key(format, "N", be_locale->GetString("No"));
-    const std::string deleteAll =
-        merge_accelerator_key(format, "A", be_locale->GetString("Delete All"));
+    const THintedLabels labels;
+    const std::string no = labels("No", "N");
+    const std::string deleteAll = labels("Delete All", "A");
     const int32 answer = show_alert(be_locale->GetString("@Ask_Del_All_MRUFs@"),
         be_locale->GetString("@Hint_Del_One_MRUF@"), no.c_str(), deleteAll.c_str(), nullptr, 0,
         B_WARNING_ALERT);

@@ -6,13 +6,11 @@
 #include <interface/InterfaceDefs.h>
 #include <interface/MenuBar.h>
 #include <interface/MenuItem.h>
-#include <locale/Locale.h>
 #include <memory>
 #include <string>
 
 #include "app/MessageCodes.h"
-#include "framework/Accelerator.h"
-#include "iap/InterAppPrefs.h"
+#include "framework/HintedLabels.h"
 #include "settings/Prefs.h"
 #include "viewer/DisplayOption.h"
 #include "window/LorivaneWindow.h"
@@ -21,25 +19,7 @@ namespace {
 
 constexpr char kHintFormatItem[] = "AccKeyFormat2";
 
-/// A label in the user's language with the hint for its letter, in the format of the moment.
-class TLabels {
-public:
-    TLabels() { (void)gIAPs.GetString(kHintFormatItem, &fFormat); }
-
-    std::string operator()(const char* key, const char* letter) const {
-        return merge_accelerator_key(fFormat, letter, be_locale->GetString(key));
-    }
-
-    /// The letter where labels have no hint; else 0, and it is the hint that counts.
-    char Trigger(const char* letter) const {
-        return fFormat.find('a') == std::string::npos ? letter[0] : 0;
-    }
-
-private:
-    std::string fFormat;
-};
-
-BMenuItem* make_item(const TLabels& labels, const char* key, const char* letter, BMessage* message,
+BMenuItem* make_item(const THintedLabels& labels, const char* key, const char* letter, BMessage* message,
     char shortcut = 0) {
     auto* item = new BMenuItem(labels(key, letter).c_str(), message, shortcut);
     item->SetTrigger(labels.Trigger(letter));
@@ -47,11 +27,11 @@ BMenuItem* make_item(const TLabels& labels, const char* key, const char* letter,
 }
 
 BMenuItem* make_item(
-    const TLabels& labels, const char* key, const char* letter, uint32 what, char shortcut = 0) {
+    const THintedLabels& labels, const char* key, const char* letter, uint32 what, char shortcut = 0) {
     return make_item(labels, key, letter, new BMessage(what), shortcut);
 }
 
-BMenu* add_menu(BMenuBar* bar, const TLabels& labels, const char* key, const char* letter) {
+BMenu* add_menu(BMenuBar* bar, const THintedLabels& labels, const char* key, const char* letter) {
     auto* menu = new BMenu(labels(key, letter).c_str());
     bar->AddItem(menu);
     menu->Superitem()->SetTrigger(labels.Trigger(letter));
@@ -59,7 +39,7 @@ BMenu* add_menu(BMenuBar* bar, const TLabels& labels, const char* key, const cha
 }
 
 /// Returns the menu that the files opened before go into.
-BMenu* fill_file_menu(BMenu* menu, const TLabels& labels) {
+BMenu* fill_file_menu(BMenu* menu, const THintedLabels& labels) {
     auto* recent = new BMenu(labels("Open...", "O").c_str());
     recent->AddSeparatorItem();
     BMenuItem* deleteAll = make_item(labels, "Delete All MRUFs", "D", kMsgDeleteAllHistory);
@@ -76,7 +56,7 @@ BMenu* fill_file_menu(BMenu* menu, const TLabels& labels) {
     return recent;
 }
 
-void fill_tool_menu(BMenu* menu, const TLabels& labels) {
+void fill_tool_menu(BMenu* menu, const THintedLabels& labels) {
     menu->AddItem(make_item(labels, "Show Image Information...", "I", kMsgShowImageInfo, 'I'));
     menu->AddSeparatorItem();
     menu->AddItem(make_item(labels, "Preferences...", "P", kMsgShowPrefs, 'P'));
@@ -84,7 +64,7 @@ void fill_tool_menu(BMenu* menu, const TLabels& labels) {
     (void)menu->SetTargetForItems(be_app);
 }
 
-void fill_help_menu(BMenu* menu, const TLabels& labels) {
+void fill_help_menu(BMenu* menu, const THintedLabels& labels) {
     menu->AddItem(make_item(labels, "Help", "H", kMsgShowHelp));
     menu->AddItem(make_item(labels, "About...", "A", B_ABOUT_REQUESTED));
     (void)menu->SetTargetForItems(be_app);
@@ -93,7 +73,7 @@ void fill_help_menu(BMenu* menu, const TLabels& labels) {
 }  // namespace
 
 void TLorivaneWindow::CreateMenu() {
-    const TLabels labels;
+    const THintedLabels labels;
     fOpenMenu = fill_file_menu(add_menu(fMenuBar, labels, "File", "F"), labels);
 
     BMenu* view = add_menu(fMenuBar, labels, "View", "V");
@@ -142,9 +122,7 @@ void TLorivaneWindow::IAPChanged(BMessage* message) {
     if (message->FindString(kFieldSharedItem, &item) != B_OK ||
         item != std::string(kHintFormatItem))
         return;
-    std::string format;
-    (void)gIAPs.GetString(kHintFormatItem, &format);
-    fHistory.SetAccFormat(format);
+    fHistory.SetAccFormat(THintedLabels().Format());
     DestroyMenu();
     CreateMenu();
 }

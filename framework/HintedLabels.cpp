@@ -1,0 +1,18 @@
+#include "framework/HintedLabels.h"
+
+#include "framework/Accelerator.h"
+#include "iap/InterAppPrefs.h"
+
+#include <locale/Locale.h>
+
+THintedLabels::THintedLabels() {
+    (void)gIAPs.GetString("AccKeyFormat2", &fFormat);
+}
+
+std::string THintedLabels::operator()(const char* key, const char* letter) const {
+    return merge_accelerator_key(fFormat, letter, be_locale->GetString(key));
+}
+
+char THintedLabels::Trigger(const char* letter) const {
+    return fFormat.find('a') == std::string::npos ? letter[0] : '\0';
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+/// Labels in the user's language with the hint for their key merged in, in the shared format of the
+/// moment it is made.
+///
+///     const THintedLabels labels;
+///     button->SetLabel(labels("Defaults", "D").c_str());
+///
+/// May be used from any thread.
+class THintedLabels {
+public:
+    THintedLabels();
+
+    /// @param key    the label's key in the catalogues
+    /// @param letter the key on the keyboard
+    std::string operator()(const char* key, const char* letter) const;
+
+    const std::string& Format() const { return fFormat; }
+    /// The letter where labels have no hint, for menus to underline it; else 0, and it is the hint
+    /// that counts.
+    char Trigger(const char* letter) const;
+
+private:
+    std::string fFormat;
+};
