@@ -25,14 +25,17 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-# precompile(TARGET HEADER...): reads these headers once for all the target's sources. Only in builds
-# for the sanitizers: the ordinary one shows whether a source includes what it uses.
+# precompile(TARGET HEADER...): reads these headers once for all the target's sources.
 function(precompile TARGET)
-    if(NOT LORIVANE_SANITIZE)
-        return()
-    endif()
     target_precompile_headers(${TARGET} PRIVATE ${ARGN})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${TARGET} PRIVATE -fpch-preprocess)  # for the compiler cache
     endif()
 endfunction()
+
+# With the sanitizer of threads the display is left out, since Qt is not built with it and its locks
+# would not be seen; and so is what has to do with no threads.
+set(LORIVANE_THREADS_ONLY OFF)
+if(LORIVANE_SANITIZE MATCHES "thread")
+    set(LORIVANE_THREADS_ONLY ON)
+endif()

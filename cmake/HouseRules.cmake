@@ -49,5 +49,6 @@ function(add_headers_alone)
     target_include_directories(headers_alone PRIVATE
         ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/kits/include)
     target_link_libraries(headers_alone PRIVATE viewer)
+    target_compile_options(headers_alone PRIVATE -O0 -g0)
 endfunction()
 add_headers_alone()
