@@ -9,8 +9,9 @@ shift
 folder=build
 [ "$preset" = dev ] || folder=build-$preset
 
-# The cache of compiled files serves any copy of the sources.
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
+# The cache of compiled files serves any copy of the sources, and takes no preprocessing of its own.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
+export CCACHE_SLOPPINESS=pch_defines,time_macros
 
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
