@@ -23,14 +23,12 @@ void WindowWidget::Cover(const QRect& screen) {
     if (HasPositions() && fScreens.Table()->Holding(geometry()).frame != screen)
         setGeometry(screen);
     setWindowState(windowState() | Qt::WindowFullScreen);
-    fTriesLeft = kTries;
-    fSettling.start();
+    BeginSettling(kTries);
 }
 
 void WindowWidget::Uncover() {
     // Until the time is over nothing is told of the frames the window goes through.
-    fTriesLeft = kTries;
-    fSettling.start();
+    BeginSettling(kTries);
     setWindowState(windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized));
     setGeometry(fFrame);
     fCovers = false;
@@ -46,6 +44,11 @@ void WindowWidget::FullScreenChanged() {
     PlaceContent();
     TellMoved();
     TellResized();
+}
+
+void WindowWidget::BeginSettling(int tries) {
+    fTriesLeft = tries;
+    fSettling.start();
 }
 
 bool WindowWidget::HasSettled() const {
@@ -97,6 +100,9 @@ void WindowWidget::Minimize(bool minimize) {
     fTriedMinimize = false;
     fReappeared.stop();
     fMinimizing.start();
+    // On X11 Qt asks for this by ending the states there are and beginning them anew, full screen
+    // among them.
+    BeginSettling(fCovers ? kTries : 0);
     setWindowState(
         minimize ? windowState() | Qt::WindowMinimized : windowState() & ~Qt::WindowMinimized);
 }
@@ -106,12 +112,16 @@ void WindowWidget::TellMinimized() {
         return;
     // Minimised although the kits have just asked for the contrary: that request was too early
     // for the window manager, which had not done the one before.
-    if (fMinimizing.isActive() && !fMinimized)
+    const bool isTooEarly = !fMinimized;
+    // Not minimised, nor what it was before: asked for in parts, and they are not all done yet.
+    const bool isInParts = isFullScreen() != fCovers || isMaximized() != fZoomed;
+    if (fMinimizing.isActive() && (isTooEarly || isInParts))
         return;
     fMinimized = isMinimized();
-    // What was not settled before is looked at again.
+    // Full screen comes back with the window, and is asked for again where it does not. Its frame
+    // may be another one from the first moment, since the user can have it by now.
     if (!fMinimized)
-        fSettling.start();
+        BeginSettling(fCovers ? kTries : 0);
     BMessage message(B_MINIMIZE);
     message.AddBool("minimize", fMinimized);
     Send(message);

@@ -202,10 +202,10 @@ void WindowWidget::changeEvent(QEvent* event) {
     }
     if (event->type() != QEvent::WindowStateChange)
         return;
-    FullScreenChanged();
     TellMinimized();
+    FullScreenChanged();
     // Told when the window has the size.
-    if (isMaximized() != fZoomed)
+    if (isMaximized() != fZoomed && !fMinimized)
         fZooming.start();
 }
 

@@ -65,6 +65,8 @@ private:
     void Cover(const QRect& screen);
     void Uncover();
     void FullScreenChanged();
+    /// Believes nothing for a while, and then asks anew that many times for what is not so.
+    void BeginSettling(int tries);
     void Settle();
     bool HasSettled() const;
     void TellMinimized();

@@ -4,6 +4,7 @@
 #include <interface/InterfaceDefs.h>
 #include <thread>
 
+#include "kits/desktop/WindowWidget.h"
 #include "tests/kits/desktop/Screen.h"
 
 using namespace BPrivate;
@@ -206,6 +207,39 @@ TEST(Window, IsZoomedWhenItHasTheSize) {
     screen.Widget().setWindowState(Qt::WindowNoState);
     screen.Expect(B_ZOOM, 2);
     EXPECT_EQ(screen.Widget().geometry(), QRect(50, 60, 300, 200));
+}
+
+TEST(Window, MinimisedInFullScreenItComesBackToThat) {
+    Screen screen;
+    screen.Show();
+    QWidget& widget = screen.Widget();
+    const auto settles = [&] {
+        return PumpUntil([&] { return static_cast<WindowWidget&>(widget).IsSettled(); });
+    };
+    const QRect whole = widget.screen()->geometry();
+    screen.Window().SetFrame(
+        BRect(-1, -1, whole.width(), whole.height()), 1);
+    EXPECT_TRUE(PumpUntil([&] { return widget.isFullScreen(); }));
+    EXPECT_TRUE(settles());
+    const size_t moved = screen.Messages().All(B_WINDOW_MOVED).size();
+    const size_t resized = screen.Messages().All(B_WINDOW_RESIZED).size();
+
+    screen.Window().Minimize(true);
+    EXPECT_TRUE(PumpUntil([&] { return widget.isMinimized(); }));
+    // Window managers are asked in parts, and tell of each.
+    widget.setWindowState(Qt::WindowNoState);
+    widget.setWindowState(Qt::WindowMinimized);
+    EXPECT_TRUE(settles());
+    EXPECT_TRUE(screen.Messages().All(B_MINIMIZE).empty());
+
+    // By the user, and full screen is forgotten.
+    widget.setWindowState(Qt::WindowNoState);
+    EXPECT_FALSE(screen.Expect(B_MINIMIZE).GetBool("minimize", true));
+    EXPECT_TRUE(PumpUntil([&] { return widget.isFullScreen(); }));
+    EXPECT_TRUE(settles());
+    EXPECT_EQ(screen.Messages().All(B_MINIMIZE).size(), 1U);
+    EXPECT_EQ(screen.Messages().All(B_WINDOW_MOVED).size(), moved);
+    EXPECT_EQ(screen.Messages().All(B_WINDOW_RESIZED).size(), resized);
 }
 
 TEST(Window, DoesNotTellWhatTheProgramDidItself) {
