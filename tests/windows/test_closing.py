@@ -48,7 +48,7 @@ class Closing(ViewerTest):
                 with open(self.exit_states(), "wb") as file:
                     file.write(content)
                 viewer = self.start()
-                self.assertEqual(viewer.window.frame(), (50, 50, 301, 251))
+                viewer.wait_frame(50, 50, 301, 251)
                 self.assert_clean(viewer)
                 self.assertGreater(os.path.getsize(self.exit_states()), 20)
 
@@ -61,7 +61,7 @@ class Closing(ViewerTest):
         with open(self.exit_states(), "wb") as file:
             file.write(whole[:len(whole) // 2])
         again = self.start()
-        self.assertEqual(again.window.frame(), (50, 50, 301, 251))
+        again.wait_frame(50, 50, 301, 251)
         self.assert_clean(again)
 
     def test_settings_that_cannot_be_written_do_not_matter(self):
@@ -106,7 +106,7 @@ class Sizes(ViewerTest):
         viewer.wait_shown("a.png")
         viewer.wait_centre(color_of(9))
         # The window is fitted: what is higher than the picture is the menu and the status bar.
-        menu = viewer.window.frame()[3] - 200 - STATUS_BAR_HEIGHT
+        menu = viewer.wait_settled()[3] - 200 - STATUS_BAR_HEIGHT
         place = (200, 150, 600, 500)
         viewer.window.move_resize(*place)
         x11.wait_for(lambda: viewer.window.frame() == place, "the window has its new size")

@@ -42,6 +42,7 @@ class CommentsTest(ViewerTest):
         viewer = self.start(os.path.join(self.folder, "a.png"))
         viewer.wait_shown("a.png")
         self.wait_band(viewer, lambda band: band is not None, "the comment is shown")
+        viewer.wait_settled()
         left, top, right, bottom = self.band(viewer)
         _x, _y, _width, height = viewer.image_area()
         self.assertEqual(left, MARGIN)

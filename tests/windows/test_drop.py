@@ -78,7 +78,7 @@ class Drop(ViewerTest):
         self.drag(source, nowhere)
         x11.wait_for(lambda: self.nudge(nowhere) != arrow, "the drag is under way")
         refusing = self.steady_cursor(nowhere)
-        left, top, width, height = viewer.window.frame()
+        left, top, width, height = viewer.wait_settled()
         target = left + width // 2, top + height // 2
         x11.wait_for(lambda: self.nudge(target) != refusing, "the viewer accepts the drag")
         self.steady_cursor(target)

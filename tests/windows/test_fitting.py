@@ -165,7 +165,7 @@ class Options(ViewerTest):
                 if option == 1:
                     viewer.wait_frame(100, 100, 200, 100 + self.menu_height() + 14)
                 else:
-                    self.assertEqual(viewer.window.frame()[2:], (501, 401))
+                    viewer.wait_frame(None, None, 501, 401)
         self.assert_clean(viewer)
 
     def test_an_option_outlives_the_program(self):

@@ -10,7 +10,7 @@ class Opening(ViewerTest):
     def test_without_a_file_the_window_is_empty_at_its_first_place(self):
         viewer = self.start()
         viewer.wait_title("Lorivane")
-        self.assertEqual(viewer.window.frame(), (50, 50, 301, 251))
+        viewer.wait_frame(50, 50, 301, 251)
         viewer.wait_centre((0, 0, 0))
         self.assert_clean(viewer)
 

@@ -64,7 +64,7 @@ class Stepping(ViewerTest):
             with self.subTest(modifier=modifier):
                 viewer = self.start(self.path("p004.png"))
                 self.at(viewer, 4)
-                left, top, width, height = viewer.window.frame()
+                left, top, width, height = viewer.wait_settled()
                 with self.screen.held(modifier):
                     for key in keys:
                         viewer.key(key)
@@ -77,7 +77,7 @@ class Stepping(ViewerTest):
         self.pictures(4)
         viewer = self.start(self.folder)
         self.at(viewer, 0)
-        left, top, width, height = viewer.window.frame()
+        left, top, width, height = viewer.wait_settled()
         middle = left + width // 2, top + height // 2
         for index in (1, 2):
             self.screen.click(*middle, which=5)
