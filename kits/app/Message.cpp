@@ -203,6 +203,16 @@ status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t) {
 
 namespace BPrivate {
 
+size_t MessageAccess::MemoryOf(const BMessage& message) {
+    size_t size = sizeof(BMessage);
+    for (const MessageField& field : message.fFields) {
+        size += sizeof(field) + field.name.size();
+        for (const std::string& item : field.items)
+            size += sizeof(item) + item.size();
+    }
+    return size;
+}
+
 std::unique_ptr<BMessage> MessageAccess::CopyForDelivery(const BMessage& message,
     const BMessenger& target, const BMessenger& replyTo, bool senderWaits, bool isReply) {
     auto copy = std::make_unique<BMessage>(message);

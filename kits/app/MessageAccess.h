@@ -13,6 +13,9 @@ public:
     static std::unique_ptr<BMessage> CopyForDelivery(const BMessage& message,
         const BMessenger& target, const BMessenger& replyTo, bool senderWaits, bool isReply);
 
+    /// How much memory it takes, which may be many times its flattened size.
+    static size_t MemoryOf(const BMessage& message);
+
     static const BMessenger& Target(const BMessage& message) { return message.fDelivery.target; }
 
     /// Marks a message as come from outside: from another process, the command line, a drop.

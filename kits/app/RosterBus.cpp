@@ -1,5 +1,6 @@
 #include "kits/app/RosterBus.h"
 
+#include "kits/app/MessageAccess.h"
 #include "kits/app/MessageField.h"
 #include "kits/app/MessageFormat.h"
 #include "kits/app/RosterInbox.h"
@@ -104,7 +105,7 @@ int handle_broadcast(sd_bus_message* signal, void*, sd_bus_error*) {
     BMessage message;
     if (Payload::ReadFrom(signal, kMaxFlattenedSize, payload) == B_OK &&
         unflatten(payload, message) == B_OK && may_come_from_outside(message.what))
-        RosterInbox::Get().Add(sender, std::move(message), payload.Size());
+        RosterInbox::Get().Add(sender, message, MessageAccess::MemoryOf(message));
     return 0;
 }
 

@@ -18,7 +18,7 @@ namespace BPrivate {
 /// May be used from any thread.
 class RosterInbox {
 public:
-    /// In messages, and in bytes of their flattened form.
+    /// In messages, and in bytes of memory.
     struct Amount {
         size_t messages = 0;
         size_t bytes = 0;
@@ -31,7 +31,7 @@ public:
     /// Says who gets the messages. Those that wait for another target are dropped.
     void SetTarget(const BMessenger& target);
 
-    /// Takes a message of that flattened size.
+    /// Takes a message that has that many bytes.
     void Add(const std::string& sender, BMessage message, size_t size);
 
     /// What waits, in the application's queue and before it.

@@ -30,17 +30,19 @@ namespace {
 // How long the bus is waited for: it answers at once, or not at all.
 constexpr bigtime_t kBusTimeout = 2000000;
 
-// How long the process that runs is waited for once it has started, and while it does.
-constexpr bigtime_t kAnswerTimeout = 5000000;
-constexpr bigtime_t kStartTimeout = 30000000;
-
 // How often the process that runs may end under our hands.
 constexpr int kMostAttempts = 10;
 
 constexpr uint32_t kDoNotQueue = 4;
 
-std::mutex gFlagsLock;
+std::mutex gLock;
 std::optional<uint32> gFlags;
+LaunchLimits gLimits;
+
+LaunchLimits launch_limits() {
+    const std::lock_guard guard(gLock);
+    return gLimits;
+}
 
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
@@ -152,20 +154,21 @@ bool is_starting(const std::string& name) {
 /// As launch_status(), or B_TIMED_OUT.
 status_t hand_over(const std::string& name, const std::shared_ptr<const LaunchRequest>& request) {
     const auto question = std::make_shared<BusQuestion>();
+    const LaunchLimits limits = launch_limits();
     const bigtime_t start = system_time();
     Bus::Get().Post(
-        [=](sd_bus* bus) { send_request(bus, name, *request, start + kAnswerTimeout, question); });
-    const status_t status = await_answer(*question, start + kAnswerTimeout);
+        [=](sd_bus* bus) { send_request(bus, name, *request, start + limits.answer, question); });
+    const status_t status = await_answer(*question, start + limits.answer);
     if (status != B_TIMED_OUT || !is_starting(name))
         return status;
-    return await_answer(*question, start + kStartTimeout);
+    return await_answer(*question, start + limits.start);
 }
 
 }  // namespace
 
 uint32 launch_flags() {
     {
-        const std::lock_guard guard(gFlagsLock);
+        const std::lock_guard guard(gLock);
         if (gFlags)
             return *gFlags;
     }
@@ -179,8 +182,13 @@ uint32 launch_flags() {
 }
 
 void set_launch_flags(std::optional<uint32> flags) {
-    const std::lock_guard guard(gFlagsLock);
+    const std::lock_guard guard(gLock);
     gFlags = flags;
+}
+
+void set_launch_limits(const LaunchLimits& limits) {
+    const std::lock_guard guard(gLock);
+    gLimits = limits;
 }
 
 LaunchRequest launch_request_of_command_line() {

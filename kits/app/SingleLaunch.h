@@ -20,6 +20,15 @@ uint32 launch_flags();
 /// Takes the place of the resource.
 void set_launch_flags(std::optional<uint32> flags);
 
+/// How long the process that runs is waited for, in microseconds.
+struct LaunchLimits {
+    bigtime_t answer = 5000000;  ///< once it has started
+    bigtime_t start = 30000000;  ///< while it is starting
+};
+
+/// For begin_single_launch() from now on.
+void set_launch_limits(const LaunchLimits& limits);
+
 /// What a start was asked to do.
 struct LaunchRequest {
     std::vector<std::string> words;   ///< of the command line; the first is the program's

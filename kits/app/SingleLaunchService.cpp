@@ -17,8 +17,10 @@ namespace {
 constexpr size_t kMostWords = 1 << 18;
 constexpr size_t kMostBytes = 8 << 20;
 
-// How many processes may wait at a time until their command lines have been taken over.
+// How many processes may wait at a time until their command lines have been taken over, and how
+// much these may have together.
 constexpr size_t kMostLaunches = 256;
+constexpr size_t kMostWaitingBytes = 64 << 20;
 
 int handle_launch(sd_bus_message* call, void*, sd_bus_error*) {
     return SingleLaunchService::Get().Launch(call);
@@ -74,6 +76,15 @@ bool read_request(sd_bus_message* call, LaunchRequest& request, uint64_t& goodUn
         sd_bus_message_read(call, "t", &goodUntil) > 0;
 }
 
+size_t memory_of(const LaunchRequest& request) {
+    size_t size = request.folder.size() + request.activationToken.size();
+    for (const auto* list : {&request.words, &request.files}) {
+        for (const std::string& text : *list)
+            size += sizeof(text) + text.size();
+    }
+    return size;
+}
+
 void post(const BMessenger& target, std::unique_ptr<BMessage> message) {
     const auto core = LooperRegistry::Get().Find(MessengerAccess::HandlerToken(target)).core;
     if (core != nullptr)
@@ -121,9 +132,13 @@ int SingleLaunchService::Launch(sd_bus_message* call) {
     // Whoever sent it has gone on by itself; this process had been stopped.
     if (goodUntil < uint64(system_time()))
         return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_TIMEOUT, "Too late");
+    const size_t size = memory_of(request);
+    if (fWaitingBytes + size > kMostWaitingBytes)
+        return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_LIMITS_EXCEEDED, "Too many at once");
 
     const uint64 launch = ++fLastLaunch;
-    fLaunches.emplace(launch, sd_bus_message_ref(call));
+    fLaunches.emplace(launch, Waiting{sd_bus_message_ref(call), size});
+    fWaitingBytes += size;
     if (fIsOpen)
         Deliver(request, launch);
     else
@@ -156,8 +171,10 @@ void SingleLaunchService::End(uint64 launch, LaunchResult result) {
     // Before the answer, so that who gets it finds the name free.
     if (result == LaunchResult::kEnds)
         Bus::Get().CallBus("ReleaseName", fName.c_str(), [](sd_bus_message*) {});
-    (void)sd_bus_reply_method_return(found.mapped(), "u", uint32_t(result));
-    sd_bus_message_unref(found.mapped());
+    const Waiting& waiting = found.mapped();
+    fWaitingBytes -= waiting.size;
+    (void)sd_bus_reply_method_return(waiting.call, "u", uint32_t(result));
+    sd_bus_message_unref(waiting.call);
 }
 
 }  // namespace BPrivate

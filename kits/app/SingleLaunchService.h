@@ -47,6 +47,12 @@ public:
     int IsReady(sd_bus_message* call);
 
 private:
+    /// One who waits until its command line has been taken over.
+    struct Waiting {
+        sd_bus_message* call;
+        size_t size;  // of the command line in memory
+    };
+
     SingleLaunchService() = default;
     void Deliver(const LaunchRequest& request, uint64 launch);
 
@@ -57,7 +63,8 @@ private:
     BMessenger fTarget;
     std::atomic<bool> fIsReady = false;
     uint64 fLastLaunch = 0;
-    std::map<uint64, sd_bus_message*> fLaunches;
+    std::map<uint64, Waiting> fLaunches;
+    size_t fWaitingBytes = 0;
 };
 
 /// The marker of one launch in the application's queue.

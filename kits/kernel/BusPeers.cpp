@@ -1,6 +1,7 @@
 #include "kits/kernel/BusPeers.h"
 
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include <systemd/sd-bus.h>
@@ -18,20 +19,21 @@ constexpr size_t kMostOwners = 512;
 // The bus answers within microseconds. If it does not it has been stopped, and so has everything.
 constexpr uint64_t kTimeout = 1000000;
 
-BusPeers::Owner ask_for_owner(sd_bus* bus, const std::string& peer) {
+/// Nothing when the bus did not tell.
+std::optional<BusPeers::Owner> ask_for_owner(sd_bus* bus, const std::string& peer) {
     sd_bus_message* call = nullptr;
     sd_bus_message* answer = nullptr;
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     uint32_t uid = 0;
-    BusPeers::Owner owner = BusPeers::Owner::kSomebodyElse;
+    std::optional<BusPeers::Owner> owner;
     if (sd_bus_message_new_method_call(bus, &call, "org.freedesktop.DBus", "/org/freedesktop/DBus",
             "org.freedesktop.DBus", "GetConnectionUnixUser") >= 0 &&
         sd_bus_message_append(call, "s", peer.c_str()) >= 0) {
         if (sd_bus_call(bus, call, kTimeout, &error, &answer) < 0) {
             if (sd_bus_error_has_name(&error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) != 0)
                 owner = BusPeers::Owner::kGone;
-        } else if (sd_bus_message_read(answer, "u", &uid) > 0 && uid == geteuid()) {
-            owner = BusPeers::Owner::kUser;
+        } else if (sd_bus_message_read(answer, "u", &uid) > 0) {
+            owner = uid == geteuid() ? BusPeers::Owner::kUser : BusPeers::Owner::kSomebodyElse;
         }
     }
     sd_bus_error_free(&error);
@@ -66,13 +68,14 @@ BusPeers::Owner BusPeers::OwnerOf(sd_bus* bus, const std::string& peer) {
     const auto found = fOwners.find(peer);
     if (found != fOwners.end())
         return found->second;
-    const Owner owner = ask_for_owner(bus, peer);
-    if (owner != Owner::kGone) {
+    const std::optional<Owner> owner = ask_for_owner(bus, peer);
+    // What is not known is not remembered: a bus that was too slow once may answer the next time.
+    if (owner && *owner != Owner::kGone) {
         if (fOwners.size() >= kMostOwners)
             fOwners.clear();
-        fOwners.emplace(peer, owner);
+        fOwners.emplace(peer, *owner);
     }
-    return owner;
+    return owner.value_or(Owner::kSomebodyElse);
 }
 
 void BusPeers::Watch(sd_bus* bus, const std::string& peer, std::function<void()> gone) {
@@ -96,8 +99,9 @@ void BusPeers::Watch(sd_bus* bus, const std::string& peer, std::function<void()>
 
     // It may have left before the bus knew that we want to hear of it.
     Bus::Get().CallBus("NameHasOwner", peer.c_str(), [peer](sd_bus_message* answer) {
+        // A bus that does not say is no reason to forget the peer: it waits for an answer.
         int owned = 0;
-        if (answer == nullptr || sd_bus_message_read(answer, "b", &owned) <= 0 || owned == 0)
+        if (answer == nullptr || (sd_bus_message_read(answer, "b", &owned) > 0 && owned == 0))
             Get().Gone(peer);
     });
 }

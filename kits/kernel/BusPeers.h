@@ -19,7 +19,8 @@ public:
 
     static BusPeers& Get();
 
-    /// Whose process it is. Asks the bus, and waits for its answer, when it is a new one.
+    /// Whose process it is; somebody else's while the bus does not say. Asks the bus, and waits for
+    /// its answer, when it is a new one.
     Owner OwnerOf(sd_bus* bus, const std::string& peer);
 
     /// Has `gone()` called once when the peer has left the bus, if it has not already, or the bus

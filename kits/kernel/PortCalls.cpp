@@ -356,20 +356,18 @@ status_t close_port(port_id id) {
 }
 
 status_t delete_port(port_id id) {
-    std::string name;
+    PortPtr port;
     {
         const KernelLock lock;
-        const PortPtr port = the_ports().Find(id);
+        port = the_ports().Find(id);
         if (port == nullptr)
             return the_ports().WhyNot(id);
-        // The name stays taken until the bus has given it up, or a port of this process that
-        // comes next could lose it.
         port->isOpen = false;
-        port->Delete();
-        name = port->name;
     }
-    release_port_name(name);
+    // Before anybody is told: who learns that the port is gone may make one of its name at once.
+    release_port_name(port->name);
     const KernelLock lock;
+    port->Delete();
     the_ports().ports.erase(id);
     return B_OK;
 }

@@ -17,6 +17,10 @@ namespace {
 // port; a process of another kind cannot fill the memory by not waiting for answers.
 constexpr int32 kMostHeldBySender = 64;
 
+// How many of all processes. Large ones have a file descriptor each, and a process may have many
+// connections to the bus.
+constexpr size_t kMostHeld = 256;
+
 int handle_open(sd_bus_message* call, void*, sd_bus_error*) {
     return PortService::Get().Open(call);
 }
@@ -110,7 +114,7 @@ int PortService::Write(sd_bus_message* call) {
 
     const auto bySender = fHeldBySender.find(sender);
     const bool mayWait = waitUntil > uint64(system_time()) &&
-        sd_bus_message_get_expect_reply(call) > 0 &&
+        sd_bus_message_get_expect_reply(call) > 0 && fHeld.size() < kMostHeld &&
         (bySender == fHeldBySender.end() || bySender->second < kMostHeldBySender);
     const HeldWrite write = ++fLastWrite;
     switch (offer_to_port(port, code, std::move(payload), mayWait, write)) {

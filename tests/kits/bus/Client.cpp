@@ -13,8 +13,6 @@ constexpr char kPortsInterface[] = "org.lorivane.Ports";
 constexpr char kApplication[] = "/org/lorivane/Application";
 constexpr char kApplicationInterface[] = "org.lorivane.Application";
 
-using Answered = std::function<void(unsigned)>;
-
 }  // namespace
 
 Client::Client() {
@@ -30,7 +28,7 @@ Client::~Client() {
 std::string Client::Call(const std::string& owner, const char* path, const char* interface,
     const char* method, const Fill& fill) {
     sd_bus_message *call = nullptr, *answer = nullptr;
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     std::string result = "not sent";
     if (sd_bus_message_new_method_call(fBus, &call, owner.c_str(), path, interface, method) >= 0 &&
         fill(call) >= 0) {
@@ -38,7 +36,8 @@ std::string Client::Call(const std::string& owner, const char* path, const char*
         if (sd_bus_call(fBus, call, 0, &error, &answer) < 0)
             result = error.name != nullptr ? error.name : "no error";
         else if (sd_bus_message_read_basic(answer, 'u', &number) > 0 ||
-            sd_bus_message_read_basic(answer, 'i', &number) > 0)
+            sd_bus_message_read_basic(answer, 'i', &number) > 0 ||
+            sd_bus_message_read_basic(answer, 'b', &number) > 0)
             result = std::to_string(number);
     }
     sd_bus_error_free(&error);
@@ -58,9 +57,18 @@ std::string Client::CallApplication(
 
 void Client::SendToPorts(
     const std::string& owner, const char* method, const Fill& fill, Answered answered) {
+    Send(owner, kPorts, kPortsInterface, method, fill, std::move(answered));
+}
+
+void Client::SendToApplication(
+    const std::string& owner, const char* method, const Fill& fill, Answered answered) {
+    Send(owner, kApplication, kApplicationInterface, method, fill, std::move(answered));
+}
+
+void Client::Send(const std::string& owner, const char* path, const char* interface,
+    const char* method, const Fill& fill, Answered answered) {
     sd_bus_message* call = nullptr;
-    if (sd_bus_message_new_method_call(
-            fBus, &call, owner.c_str(), kPorts, kPortsInterface, method) >= 0 &&
+    if (sd_bus_message_new_method_call(fBus, &call, owner.c_str(), path, interface, method) >= 0 &&
         fill(call) >= 0) {
         const auto handler = [](sd_bus_message* answer, void* data, sd_bus_error*) {
             unsigned number = 999;
@@ -83,6 +91,15 @@ bool Client::AwaitAnswers(const std::function<bool()>& condition) {
             sd_bus_wait(fBus, 100000);
     }
     return true;
+}
+
+bool Client::ServeApplication(const std::string& name, std::function<int(sd_bus_message*)> answer) {
+    fServe = std::move(answer);
+    const auto handler = [](sd_bus_message* call, void* data, sd_bus_error*) {
+        return static_cast<Client*>(data)->fServe(call);
+    };
+    return sd_bus_add_object(fBus, nullptr, kApplication, handler, this) >= 0 &&
+        sd_bus_request_name(fBus, name.c_str(), 0) > 0;
 }
 
 void Client::Broadcast(const Fill& fill) {

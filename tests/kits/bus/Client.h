@@ -9,6 +9,7 @@
 class Client {
 public:
     using Fill = std::function<int(sd_bus_message*)>;
+    using Answered = std::function<void(unsigned)>;
 
     /// On the tests' own bus.
     Client();
@@ -22,10 +23,16 @@ public:
     std::string CallApplication(const std::string& owner, const char* method, const Fill& fill);
 
     /// Sends such a call; `answered` is called with the number from within AwaitAnswers().
-    void SendToPorts(const std::string& owner, const char* method, const Fill& fill,
-        std::function<void(unsigned)> answered);
+    void SendToPorts(
+        const std::string& owner, const char* method, const Fill& fill, Answered answered);
+    void SendToApplication(
+        const std::string& owner, const char* method, const Fill& fill, Answered answered);
     /// Handles what comes until the condition is true; false after half a minute.
     bool AwaitAnswers(const std::function<bool()>& condition);
+
+    /// Takes a bus name and lets `answer` have the calls that reach its application object from
+    /// within AwaitAnswers(). False when the name is taken.
+    bool ServeApplication(const std::string& name, std::function<int(sd_bus_message*)> answer);
 
     void Broadcast(const Fill& fill);
 
@@ -38,6 +45,10 @@ private:
     std::string Call(const std::string& owner, const char* path, const char* interface,
         const char* method, const Fill& fill);
 
+    void Send(const std::string& owner, const char* path, const char* interface, const char* method,
+        const Fill& fill, Answered answered);
+
     sd_bus* fBus = nullptr;
-    std::list<std::function<void(unsigned)>> fAnswered;
+    std::list<Answered> fAnswered;
+    std::function<int(sd_bus_message*)> fServe;
 };

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <list>
 #include <random>
 #include <sstream>
 #include <sys/mman.h>
@@ -58,6 +59,8 @@ private:
     const int fDescriptor;
 };
 
+constexpr int kSeals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
+
 /// Memory of that size, without any of it, and with these seals.
 int Memory(off_t size, int seals) {
     const int descriptor = memfd_create("test", MFD_CLOEXEC | MFD_ALLOW_SEALING);
@@ -66,7 +69,13 @@ int Memory(off_t size, int seals) {
     return descriptor;
 }
 
-constexpr int kSeals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
+/// Sealed memory of these bytes.
+int Memory(const std::string& bytes) {
+    const int descriptor = memfd_create("test", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+    EXPECT_EQ(write(descriptor, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    EXPECT_EQ(fcntl(descriptor, F_ADD_SEALS, kSeals), 0);
+    return descriptor;
+}
 
 class HostilePortsTest : public testing::Test {
 protected:
@@ -187,6 +196,28 @@ TEST_F(HostilePortsTest, OnlySoManyWritesOfOneProcessWait) {
     EXPECT_EQ(fOwner.Ask("count 1"), "0");
 }
 
+TEST_F(HostilePortsTest, OnlySoManyWritesOfAllProcessesWait) {
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(Send(Write(Bytes("x"))), kWritten);
+    {
+        std::list<Client> clients(4);
+        for (Client& client : clients) {
+            for (int i = 0; i < 64; ++i)
+                client.SendToPorts(kPortName, "Write", Write(Bytes("y"), 1, kForEver), [](auto) {});
+            client.Flush();
+        }
+        EXPECT_EQ(Send(Write(Bytes("x"), 1, kForEver)), kFull);
+    }
+    // When they have left, which the owner is told before it gets this, others wait again.
+    int written = 0;
+    fClient.SendToPorts(kPortName, "Write", Write(Bytes("z"), 1, kForEver),
+        [&](unsigned result) { written += result == 0; });
+    EXPECT_EQ(Send(Write(Bytes("x"))), kFull);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(fOwner.Ask("read 1"), "5 1 bad");
+    EXPECT_TRUE(fClient.AwaitAnswers([&] { return written == 1; }));
+}
+
 TEST_F(HostilePortsTest, WritesOfWhoLeavesAreForgotten) {
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(Send(Write(Bytes("x"))), kWritten);
@@ -217,6 +248,46 @@ protected:
         std::string bytes(size_t(message.FlattenedSize()), '\0');
         EXPECT_EQ(message.Flatten(bytes.data(), ssize_t(bytes.size())), B_OK);
         return bytes;
+    }
+
+    /// While the application does nothing.
+    void Flood(const Client::Fill& body, int count) {
+        EXPECT_EQ(fTarget.Ask("hang"), "hangs");
+        for (int i = 0; i < count; ++i) {
+            fClient.Broadcast(body);
+            if (i % 100 == 0)
+                fClient.Flush();
+        }
+        // Its bus thread has handled all of them when it answers.
+        EXPECT_EQ(Call("Nothing", [](sd_bus_message*) { return 0; }),
+            "org.freedesktop.DBus.Error.UnknownMethod");
+    }
+    void ExpectLittleMemory() const {
+        std::ifstream status("/proc/" + std::to_string(fTarget.Id()) + "/status");
+        size_t kilobytes = 0;
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with("VmRSS:"))
+                kilobytes = size_t(std::stoul(line.substr(6)));
+        }
+        EXPECT_GT(kilobytes, 1000U);
+#if !defined(__SANITIZE_THREAD__) && !defined(__SANITIZE_ADDRESS__)
+        EXPECT_LT(kilobytes, 150'000U);
+#endif
+    }
+
+    std::string Call(const char* method, const Client::Fill& fill) {
+        return fClient.CallApplication(kApplicationName, method, fill);
+    }
+
+    /// A command line of the program's name and this word.
+    static Client::Fill Words(std::string_view word, uint64_t goodUntil = kForEver) {
+        return [=](sd_bus_message* m) {
+            sd_bus_message_open_container(m, 'a', "ay");
+            sd_bus_message_append_array(m, 'y', "program", 7);
+            sd_bus_message_append_array(m, 'y', word.data(), word.size());
+            sd_bus_message_close_container(m);
+            return sd_bus_message_append(m, "ayaayayt", 0, 0, 0, goodUntil);
+        };
     }
 
     Session& fSession = Session::Get();
@@ -258,55 +329,41 @@ TEST_F(HostileApplicationTest, WhatIsNoMessageIsDropped) {
 }
 
 TEST_F(HostileApplicationTest, AFloodLeavesTheMemoryBounded) {
-    EXPECT_EQ(fTarget.Ask("hang"), "hangs");
     BMessage message('flod');
     message.AddData("data", B_RAW_TYPE, std::string(20000, 'x').data(), 20000);
-    const std::string bytes = Flattened(message);
-    constexpr int kCount = 20000;  // 400 MB
-    for (int i = 0; i < kCount; ++i) {
-        fClient.Broadcast(Bytes(bytes));
-        if (i % 100 == 0)
-            fClient.Flush();
-    }
-    // Its bus thread has handled all of them when it answers.
-    const auto none = [](sd_bus_message*) { return 0; };
-    EXPECT_EQ(fClient.CallApplication(kApplicationName, "Nothing", none),
-        "org.freedesktop.DBus.Error.UnknownMethod");
-    std::ifstream status("/proc/" + std::to_string(fTarget.Id()) + "/status");
-    size_t kilobytes = 0;
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmRSS:"))
-            kilobytes = size_t(std::stoul(line.substr(6)));
-    }
-    EXPECT_GT(kilobytes, 1000U);
-#if !defined(__SANITIZE_THREAD__) && !defined(__SANITIZE_ADDRESS__)
-    EXPECT_LT(kilobytes, 150'000U);
-#endif
+    Flood(Bytes(Flattened(message)), 20000);  // 400 MB
+    ExpectLittleMemory();
+}
+
+// Each of them has many times the memory that its bytes have.
+TEST_F(HostileApplicationTest, AFloodOfManyItemsLeavesTheMemoryBounded) {
+    BMessage message('flod');
+    for (int i = 0; i < 1 << 18; ++i)
+        message.AddInt8("item", 1);
+    const File memory(Memory(Flattened(message)));
+    Flood(Descriptor(memory), 60);
+    ExpectLittleMemory();
 }
 
 TEST_F(HostileApplicationTest, WhatIsNoCommandLineIsRefused) {
-    const auto launch = [&](const Client::Fill& fill) {
-        return fClient.CallApplication(kApplicationName, "Launch", fill);
-    };
+    const auto launch = [&](const Client::Fill& fill) { return Call("Launch", fill); };
     EXPECT_EQ(launch([](sd_bus_message* m) { return sd_bus_message_append(m, "s", "text"); }),
         "org.freedesktop.DBus.Error.InvalidArgs");
-    const auto words = [](std::string_view word, uint64_t goodUntil) {
-        return [=](sd_bus_message* m) {
-            sd_bus_message_open_container(m, 'a', "ay");
-            sd_bus_message_append_array(m, 'y', "program", 7);
-            sd_bus_message_append_array(m, 'y', word.data(), word.size());
-            sd_bus_message_close_container(m);
-            return sd_bus_message_append(m, "ayaayayt", 0, 0, 0, goodUntil);
-        };
-    };
-    EXPECT_EQ(launch(words(std::string_view("a\0b", 3), kForEver)),
-        "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_EQ(launch(Words(std::string_view("a\0b", 3))), "org.freedesktop.DBus.Error.InvalidArgs");
     const std::string large(9 << 20, 'x');
-    EXPECT_EQ(launch(words(large, kForEver)), "org.freedesktop.DBus.Error.InvalidArgs");
-    EXPECT_EQ(launch(words("late", 1)), "org.freedesktop.DBus.Error.Timeout");
-    EXPECT_EQ(launch(words("good", kForEver)), "0");
+    EXPECT_EQ(launch(Words(large)), "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_EQ(launch(Words("late", 1)), "org.freedesktop.DBus.Error.Timeout");
+    EXPECT_EQ(launch(Words("good")), "0");
     EXPECT_EQ(fTarget.Hear(), "argv 2");
     EXPECT_EQ(fTarget.Ask("broadcast last x 0"), "got last x 0 pointer");
+}
+
+TEST_F(HostileApplicationTest, OnlySoMuchOfCommandLinesWaits) {
+    EXPECT_EQ(fTarget.Ask("hang"), "hangs");
+    const std::string large(8000000, 'x');
+    for (int i = 0; i < 8; ++i)
+        fClient.SendToApplication(kApplicationName, "Launch", Words(large), [](auto) {});
+    EXPECT_EQ(Call("Launch", Words(large)), "org.freedesktop.DBus.Error.LimitsExceeded");
 }
 
 TEST(BusTest, ABusThatGoesAwayTakesTheOthersWithIt) {

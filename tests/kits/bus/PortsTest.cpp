@@ -213,6 +213,25 @@ TEST_F(PortsTest, ADeletedPortIsGoneAlsoWhenItsNameIsThereAgain) {
     EXPECT_EQ(fOwner.Ask("read 2"), "6 10 good");
 }
 
+TEST_F(PortsTest, WhoLearnsThatAPortIsGoneMayTakeItsName) {
+    for (int round = 0; round < 20; ++round) {
+        const std::string own = fOwner.Ask("create heir 1");
+        const port_id port = find_port("heir");
+        EXPECT_EQ(Write(port, 1, 10, 0), B_OK);
+        port_id heir = 0;
+        std::thread writer([&] {
+            EXPECT_EQ(Write(port, 2, 10, B_INFINITE_TIMEOUT), B_BAD_PORT_ID);
+            heir = create_port(1, "heir");
+        });
+        // Behind the one that waits.
+        EXPECT_EQ(Write(port, 3, 10, 20000), B_TIMED_OUT);
+        EXPECT_EQ(fOwner.Ask("delete " + own), "0");
+        writer.join();
+        EXPECT_GT(heir, 0);
+        EXPECT_EQ(delete_port(heir), B_OK);
+    }
+}
+
 TEST_F(PortsTest, AClosedPortIsReadToItsEnd) {
     Fill();
     std::thread writer([&] { EXPECT_EQ(Write(4), B_BAD_PORT_ID); });

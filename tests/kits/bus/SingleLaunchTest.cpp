@@ -1,18 +1,19 @@
 // A second start hands its files to the first, and ends.
 
-#include <chrono>
 #include <csignal>
 #include <deque>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <kernel/OS.h>
-#include <thread>
 
 #include "tests/Eventually.h"
+#include "tests/kits/bus/Client.h"
 #include "tests/kits/bus/Session.h"
 
 namespace {
+
+constexpr char kBusName[] = "org.lorivane.Application.napplication_2fx_2dvnd_2etest_2dsingle";
 
 constexpr char kSilence[] =
     "bus_test_peer: the one that runs already does not answer; starting "
@@ -131,7 +132,7 @@ TEST_F(SingleLaunchTest, TakesThePlaceOfOneThatDiesBeforeItAnswers) {
     EXPECT_EQ(first.Ask("hang"), "hangs");
     SinglePeer second({Path("a.png")});
     // Else it dies before it is asked, which is the other test.
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_EQ(first.Hear(), "asked");
     first.Kill();
     EXPECT_EQ(second.Hear(), "argv 2");
     EXPECT_EQ(second.Hear(), Ref("a.png"));
@@ -180,27 +181,60 @@ TEST_F(SingleLaunchTest, GoesOnAloneWhenTheOtherHangs) {
     SinglePeer first;
     EXPECT_EQ(first.Hear(), "ready");
     EXPECT_EQ(first.Ask("hang"), "hangs");
-    SinglePeer second({Path("a.png"), "/none"});
+    SinglePeer second({Path("a.png"), "/none"}, "", {{"PEER_ANSWER_LIMIT", "500"}});
     EXPECT_EQ(second.Hear(), "argv 3");
     EXPECT_EQ(second.Hear(), Ref("a.png"));
     EXPECT_EQ(second.Errors(),
         std::string(kSilence) + "bus_test_peer: /none: No such file or directory\n");
 }
 
-TEST_F(SingleLaunchTest, WaitsForOneThatStartsSlowly) {
+TEST_F(SingleLaunchTest, OneThatStartsSlowlyShowsItsOwnFilesFirst) {
     SinglePeer first({Path("b c.png")}, "", {{"PEER_SLOW", "yes"}});
     EXPECT_EQ(first.Hear(), "starts");
     SinglePeer second({Path("a.png")});
-    // Longer than a running one is waited for.
-    std::this_thread::sleep_for(std::chrono::milliseconds(5500));
     first.Say("go on");
     EXPECT_EQ(second.Wait(), 0);
-    // Its own first.
     EXPECT_EQ(first.Hear(), "argv 2");
     EXPECT_EQ(first.Hear(), Ref("b c.png"));
     EXPECT_EQ(first.Hear(), "ready");
     EXPECT_EQ(first.Hear(), "argv 2");
     EXPECT_EQ(first.Hear(), Ref("a.png"));
+    EXPECT_EQ(second.Errors(), "");
+}
+
+TEST_F(SingleLaunchTest, TellsWhetherItIsReady) {
+    Client client;
+    const auto isReady = [&] {
+        return client.CallApplication(kBusName, "IsReady", [](sd_bus_message*) { return 0; });
+    };
+    SinglePeer first({}, "", {{"PEER_SLOW", "yes"}});
+    EXPECT_EQ(first.Hear(), "starts");
+    EXPECT_EQ(isReady(), "0");
+    first.Say("go on");
+    EXPECT_EQ(first.Hear(), "ready");
+    EXPECT_TRUE(eventually([&] { return isReady() == "1"; }));
+}
+
+TEST_F(SingleLaunchTest, WaitsLongerForOneThatIsStarting) {
+    Client first;
+    sd_bus_message* launch = nullptr;
+    int questions = 0;
+    ASSERT_TRUE(first.ServeApplication(kBusName, [&](sd_bus_message* call) {
+        if (sd_bus_message_is_method_call(call, nullptr, "Launch") > 0) {
+            launch = sd_bus_message_ref(call);
+            return 1;
+        }
+        ++questions;
+        return sd_bus_reply_method_return(call, "b", 0);
+    }));
+    SinglePeer second({Path("a.png")}, "", {{"PEER_ANSWER_LIMIT", "200"}});
+    EXPECT_TRUE(first.AwaitAnswers([&] { return questions > 0; }));
+    ASSERT_NE(launch, nullptr);
+    EXPECT_GE(sd_bus_reply_method_return(launch, "u", 0u), 0);
+    sd_bus_message_unref(launch);
+    first.Flush();
+    EXPECT_EQ(second.Wait(), 0);
+    EXPECT_EQ(second.Hear(), "(end)");
     EXPECT_EQ(second.Errors(), "");
 }
 

@@ -1,9 +1,11 @@
 // An application that says what happens to it. With PEER_SINGLE in its environment it runs once;
-// with PEER_SLOW it goes on to its Run() when it has heard a line.
+// with PEER_ANSWER_LIMIT it waits so many milliseconds for one that runs already; with PEER_SLOW it
+// goes on to its Run() when it has heard a line.
 
 #include <app/AppDefs.h>
 #include <app/Application.h>
 #include <app/Message.h>
+#include <app/MessageQueue.h>
 #include <app/Roster.h>
 #include <cstdlib>
 #include <iostream>
@@ -51,11 +53,8 @@ public:
 
     // "got CODE TEXT SIZE": the text field, the size of the data field; then what is special.
     void MessageReceived(BMessage* message) override {
-        if (message->what == 'hang') {
-            Say("hangs");
-            for (;;)
-                snooze(1000000);
-        }
+        if (message->what == 'hang')
+            Hang();
         const char* text = "-";
         const void* data = nullptr;
         ssize_t size = 0;
@@ -74,13 +73,24 @@ public:
             line << " pointer";
         Say(line.str());
     }
+
+private:
+    [[noreturn]] void Hang() {
+        Say("hangs");
+        while (MessageQueue()->FindMessage(BPrivate::kLaunchMarker, 0) == nullptr)
+            snooze(1000);
+        Say("asked");
+        for (;;)
+            snooze(1000000);
+    }
 };
 
 // | command | what it does |
 // |---|---|
 // | broadcast CODE TEXT SIZE | to all, with a pointer; says "refused STATUS" when it fails |
 // | running SIGNATURE | says "yes" or "no" |
-// | hang | lets the application's thread do nothing any more |
+// | hang | lets the application's thread do nothing any more; says "asked" when a later start has
+//   handed its command line over all the same |
 // | quit | ends it |
 void Obey(const std::string& line) {
     std::istringstream words(line);
@@ -111,6 +121,8 @@ void Obey(const std::string& line) {
 int RunApplication(const char* signature) {
     if (std::getenv("PEER_SINGLE") != nullptr)
         BPrivate::set_launch_flags(B_SINGLE_LAUNCH);
+    if (const char* const limit = std::getenv("PEER_ANSWER_LIMIT"))
+        BPrivate::set_launch_limits({.answer = std::atoll(limit) * 1000});
     Application application(signature);
     if (std::getenv("PEER_SLOW") != nullptr) {
         Say("starts");
