@@ -21,11 +21,17 @@
 
 namespace {
 
-/// Takes the menu's items out and lets it be titled in the user's language.
-BMenu* emptied_menu(const BMenuField* field) {
+/// The field's menu, titled in the user's language.
+BMenu* titled_menu(const BMenuField* field) {
     BMenu* menu = field->Menu();
-    (void)menu->RemoveItems(0, menu->CountItems(), true);
     menu->SetName(be_locale->GetString("Select..."));
+    return menu;
+}
+
+/// The same, without its items.
+BMenu* emptied_menu(const BMenuField* field) {
+    BMenu* menu = titled_menu(field);
+    (void)menu->RemoveItems(0, menu->CountItems(), true);
     return menu;
 }
 
@@ -70,6 +76,7 @@ void TPrefView::SetViewLabels() {
 }
 
 void TPrefView::FillTranslatedMenus() {
+    (void)titled_menu(fMFieldCommentFontFace);  // whose items are names
     BMenu* encodings = emptied_menu(fMFieldCommentEncoding);
     for (int32 i = 0; i < kCommentEncodingCount; i++) {
         if (i == kEncodingSeparator) {

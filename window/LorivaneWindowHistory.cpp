@@ -19,12 +19,8 @@ namespace {
 constexpr char kFileName[] = "Lorivane_MRUFs.arc";
 constexpr int32 kMostFiles = 10;
 
-/// False when the message has no entry, or one that has no path.
-bool find_entry(const BMessage& message, entry_ref* ref, BPath* path) {
-    return message.FindRef(kFieldRefs, ref) == B_OK && path->SetTo(ref) == B_OK;
-}
-
-/// The entry that leads there in other words, such as a path with "//"; -1 for none.
+/// The entry that leads there in other words, such as a path with "//", or with a name that no file
+/// can have and so no path of its own; -1 for none.
 int32 find_ref(const TMRUF& history, const entry_ref& wanted) {
     for (int32 i = 0; i < history.CountMRUFs(); ++i) {
         entry_ref ref;
@@ -62,7 +58,7 @@ void TLorivaneWindow::GenerateMenuMRUF() {
 void TLorivaneWindow::AddHistoryRqtd(BMessage* message) {
     entry_ref ref;
     BPath path;
-    if (!find_entry(*message, &ref, &path))
+    if (message->FindRef(kFieldRefs, &ref) != B_OK || path.SetTo(&ref) != B_OK)
         return;
     fHistory.AddMRUF(path.Path());
     GenerateMenuMRUF();
@@ -70,13 +66,10 @@ void TLorivaneWindow::AddHistoryRqtd(BMessage* message) {
 
 void TLorivaneWindow::RemoveHistoryRqtd(BMessage* message) {
     entry_ref ref;
-    BPath path;
-    if (!find_entry(*message, &ref, &path))
+    if (message->FindRef(kFieldRefs, &ref) != B_OK)
         return;
-    if (fHistory.FindMRUF(path.Path()) >= 0)
-        fHistory.RemoveMRUF(path.Path());
-    else
-        (void)fHistory.RemoveMRUF(find_ref(fHistory, ref));
+    const int32 index = fHistory.FindMRUF(BPath(&ref).Path());
+    (void)fHistory.RemoveMRUF(index >= 0 ? index : find_ref(fHistory, ref));
     GenerateMenuMRUF();
 }
 

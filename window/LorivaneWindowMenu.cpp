@@ -19,15 +19,15 @@ namespace {
 
 constexpr char kHintFormatItem[] = "AccKeyFormat2";
 
-BMenuItem* make_item(const THintedLabels& labels, const char* key, const char* letter, BMessage* message,
-    char shortcut = 0) {
+BMenuItem* make_item(const THintedLabels& labels, const char* key, const char* letter,
+    BMessage* message, char shortcut = 0) {
     auto* item = new BMenuItem(labels(key, letter).c_str(), message, shortcut);
     item->SetTrigger(labels.Trigger(letter));
     return item;
 }
 
-BMenuItem* make_item(
-    const THintedLabels& labels, const char* key, const char* letter, uint32 what, char shortcut = 0) {
+BMenuItem* make_item(const THintedLabels& labels, const char* key, const char* letter, uint32 what,
+    char shortcut = 0) {
     return make_item(labels, key, letter, new BMessage(what), shortcut);
 }
 

@@ -29,6 +29,7 @@ public:
         const auto& button = std::get<ButtonState>(state);
         fButton.setText(LabelText(button.label));
         fButton.setDefault(button.isDefault);
+        fButton.setFlat(button.flat);
         if (button.pressed != fPressed)
             fButton.setDown(button.pressed);
         fPressed = button.pressed;

@@ -40,7 +40,9 @@ std::vector<std::string> DroppedPaths(const QMimeData& data) {
 ContentWidget::ContentWidget(QWidget& window, std::function<void(BMessage& message)> send,
     std::shared_ptr<FrontImage> image, const Keyboard& keyboard)
     : QWidget(&window), fSend(std::move(send)), fImage(std::move(image)), fKeyboard(keyboard),
-      fControls(*this, {fSend, [this](const QKeyEvent& event) { SendKey(event); }}),
+      fControls(*this,
+          {[this](BMessage& change) { SendChange(change); },
+              [this](const QKeyEvent& event) { SendKey(event); }}),
       fClicks(QGuiApplication::styleHints()->mouseDoubleClickInterval(),
           QGuiApplication::styleHints()->mouseDoubleClickDistance()) {
     // The front image covers everything, so Qt need not clear the window before.
@@ -108,6 +110,12 @@ void ContentWidget::SendKey(const QKeyEvent& event) {
     if (fControls.Focused() != 0)
         message.AddInt32("control", fControls.Focused());
     fSend(message);
+}
+
+void ContentWidget::SendChange(BMessage& change) {
+    if (change.what == kControlChanged)
+        change.AddInt32("modifiers", static_cast<int32>(fKeyboard.Modifiers()));
+    fSend(change);
 }
 
 void ContentWidget::mousePressEvent(QMouseEvent* event) {

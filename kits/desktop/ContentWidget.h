@@ -46,6 +46,7 @@ protected:
 
 private:
     void SendKey(const QKeyEvent& event);
+    void SendChange(BMessage& change);
     void SendPressed(const QMouseEvent& event);
     void SendMoved(QPointF where, int32 buttons, bool inside);
 

@@ -40,6 +40,7 @@ ControlSet::ControlSet(QWidget& window, Listener listener)
     : fWindow(window), fListener(std::move(listener)), fMenuKeys(fWindow, fListener.key) {
     connect(qApp, &QApplication::focusChanged, this,
         [this](const QWidget*, const QWidget* now) { FocusChanged(now); });
+    fWindow.installEventFilter(this);
 }
 
 ControlSet::~ControlSet() = default;
@@ -118,6 +119,8 @@ bool ControlSet::eventFilter(QObject* receiver, QEvent* event) {
     auto& key = *static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::KeyPress && IsForDesktop(key, receiver))
         return true;
+    if (receiver == &fWindow)
+        return false;
     const bool isForKits = IsForKits(key, receiver);
     // Every release is told, since whether a widget takes it says nothing about the press.
     if (isForKits || event->type() == QEvent::KeyRelease)

@@ -36,7 +36,8 @@ public:
     /// The control that has the keyboard, 0 when it is the window's own content.
     ControlId Focused() const { return fFocused; }
 
-    /// Gives the kits the keys that mean something in every control.
+    /// Gives the kits the keys that mean something in every control, and controls those that they
+    /// answer to in the whole window.
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:

@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <storage/FilePanel.h>
 #include <sys/stat.h>
@@ -22,11 +23,27 @@ namespace BPrivate {
 
 namespace {
 
+constexpr int kSizeColumn = 1;
+
 /// The dialog's parts bear the same names since Qt 4.
 template <typename Kind>
 Kind* Part(const QWidget& dialog, const char* name) {
     return dialog.findChild<Kind*>(QString::fromLatin1(name));
 }
+
+/// For the column of the sizes: what leads nowhere has none.
+class SizeDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto* model = qobject_cast<const QFileSystemModel*>(index.model());
+        if (model != nullptr && model->size(index) < 0)
+            option->text.clear();
+    }
+};
 
 /// As the name field takes them.
 QString Joined(const QStringList& names) {
@@ -72,6 +89,7 @@ void FilePanelDialog::SimplifyControls() {
         sidebar->setContextMenuPolicy(Qt::NoContextMenu);
     }
     if (auto* details = Part<QTreeView>(*this, "treeView"); details != nullptr) {
+        details->setItemDelegateForColumn(kSizeColumn, new SizeDelegate(details));
         QHeaderView& header = *details->header();
         header.setContextMenuPolicy(Qt::NoContextMenu);
         // The name has what the others leave. Only rows that are seen are measured.
@@ -100,6 +118,8 @@ void FilePanelDialog::SetKinds(uint32 flavors, bool multiple) {
         setFileMode(Directory);
     else
         setFileMode(multiple ? ExistingFiles : ExistingFile);
+    // A link that leads nowhere is there, too.
+    setFilter((flavors & B_SYMLINK_NODE) != 0 ? filter() | QDir::System : filter() & ~QDir::System);
     ApplyLabels();  // the mode has another one
 }
 

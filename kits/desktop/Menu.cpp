@@ -6,6 +6,8 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 
+#include "kits/desktop/MenuText.h"
+
 namespace BPrivate {
 
 namespace {
@@ -15,7 +17,27 @@ bool IsCommandWithMenu(const QAction* entry) {
         Menu::IsCommand(*entry);
 }
 
+constexpr char kWholeLabel[] = "wholeLabel";
+constexpr qsizetype kLongestTip = 1000;
+
 }  // namespace
+
+void Menu::SetLabel(QAction& entry, const QString& label, const QFontMetrics& font) {
+    const QString shown = ShortLabel(label, font);
+    const bool isCut = shown != label;
+    entry.setText(shown);
+    entry.setProperty(kWholeLabel, isCut ? QVariant(label) : QVariant());
+    // Tags, lest the text's own be taken for some. No file has so long a name that its tip would
+    // cover the screen.
+    entry.setToolTip(isCut && label.size() <= kLongestTip
+            ? QStringLiteral("<span>%1</span>").arg(WithoutMarks(label).toHtmlEscaped())
+            : QString());
+}
+
+QString Menu::Label(const QAction& entry) {
+    const QVariant whole = entry.property(kWholeLabel);
+    return whole.isValid() ? whole.toString() : entry.text();
+}
 
 void Menu::HighlightFirst() {
     // Not setActiveAction(), which opens the entry's menu as well.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFontMetrics>
 #include <QMenu>
 
 namespace BPrivate {
@@ -8,7 +9,7 @@ namespace BPrivate {
 /// or the Enter key, and their own menus opened by staying on them or by the Right key.
 class Menu : public QMenu {
 public:
-    explicit Menu(QWidget* parent) : QMenu(parent) {}
+    explicit Menu(QWidget* parent) : QMenu(parent) { setToolTipsVisible(true); }
 
     /// Highlights the first entry that can be chosen, as the Down key does.
     void HighlightFirst();
@@ -16,6 +17,11 @@ public:
     /// Whether the entry sends something when it is chosen; not so a mere title of a menu.
     static bool IsCommand(const QAction& entry) { return entry.data().toBool(); }
     static void SetIsCommand(QAction& entry, bool is) { entry.setData(is); }
+
+    /// A label in Qt's spelling. One that is too wide is shown short, and told whole.
+    static void SetLabel(QAction& entry, const QString& label, const QFontMetrics& font);
+    /// What was set, whole.
+    static QString Label(const QAction& entry);
 
     /// Closes all open menus and triggers the entry.
     static void Choose(QAction& entry);

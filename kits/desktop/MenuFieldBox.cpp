@@ -37,7 +37,21 @@ void MenuFieldBox::SetMenu(const MenuFieldState& state) {
         Fill();
     }
     fMarked = marked;
-    setCurrentIndex(marked);
+    // Marks that are older than the choice would take the box back, and the next key would start
+    // from there.
+    if (fUnanswered && state.choice >= fUnanswered->number)
+        fUnanswered.reset();
+    ShowMark();
+}
+
+void MenuFieldBox::ShowMark() {
+    int shown = fMarked;
+    if (fUnanswered) {
+        const auto chosen = std::ranges::find(fRows, fUnanswered->item, &Row::item);
+        if (chosen != fRows.end())
+            shown = static_cast<int>(chosen - fRows.begin());
+    }
+    setCurrentIndex(shown);
 }
 
 void MenuFieldBox::Flatten(const std::vector<MenuItemState>& items, int depth, bool enabled,
@@ -77,11 +91,14 @@ int32 MenuFieldBox::ItemAt(int row) const {
     return found.selectable ? found.item : 0;
 }
 
-void MenuFieldBox::Chosen(int row) {
-    if (row >= 0 && static_cast<size_t>(row) < fRows.size() &&
-        fRows[static_cast<size_t>(row)].radio)
-        fMarked = row;
-    setCurrentIndex(fMarked);
+int32 MenuFieldBox::Chosen(int row) {
+    // Never used again, also not by the box that is made when this one's view comes back.
+    static int32 sLastNumber = 0;
+    const int32 number = ++sLastNumber;
+    if (const int32 item = ItemAt(row); item != 0 && fRows[static_cast<size_t>(row)].radio)
+        fUnanswered = {item, number};
+    ShowMark();
+    return number;
 }
 
 void MenuFieldBox::initStyleOption(QStyleOptionComboBox* option) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <optional>
 #include <vector>
 
 #include "kits/interface/Display.h"
@@ -15,9 +16,10 @@ public:
 
     void SetMenu(const MenuFieldState& state);
 
-    /// Shows again what the kits have marked, after the user has chosen another item, unless that
-    /// item takes the mark by itself.
-    void Chosen(int row);
+    /// After the user has chosen another item: shows it from now on if it takes the mark by itself,
+    /// and else again what the kits have marked.
+    /// @return the number of the choice, by which the kits answer it
+    int32 Chosen(int row);
     /// The item in that row; 0 when it cannot be chosen.
     int32 ItemAt(int row) const;
 
@@ -40,12 +42,20 @@ private:
         bool operator==(const Row&) const = default;
     };
 
+    /// What the user has chosen and the kits do not know yet.
+    struct Choice {
+        int32 item;
+        int32 number;
+    };
+
     static void Flatten(const std::vector<MenuItemState>& items, int depth, bool enabled,
         std::vector<Row>& rows, int& marked);
     void Fill();
+    void ShowMark();
 
     std::vector<Row> fRows;
-    int fMarked = -1;
+    int fMarked = -1;  // by the kits
+    std::optional<Choice> fUnanswered;
 };
 
 }  // namespace BPrivate

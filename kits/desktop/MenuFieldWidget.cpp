@@ -63,11 +63,12 @@ public:
         : ControlWidget(view), fView(*view), fReport(std::move(report)) {
         QObject::connect(&fView.Box(), &QComboBox::activated, &fView, [this](int row) {
             const int32 item = fView.Box().ItemAt(row);
-            fView.Box().Chosen(row);
+            const int32 choice = fView.Box().Chosen(row);
             if (item == 0)
                 return;
             BMessage change;
             change.AddInt32("item", item);
+            change.AddInt32("choice", choice);
             fReport(change);
         });
     }

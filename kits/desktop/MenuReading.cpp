@@ -5,22 +5,11 @@
 #include <QPointer>
 
 #include "kits/desktop/Menu.h"
+#include "kits/desktop/MenuText.h"
 
 namespace BPrivate {
 
 namespace {
-
-/// An entry's text as it is read out: without the marks of Qt's spelling.
-QString Spoken(const QString& text) {
-    QString spoken;
-    spoken.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == u'&' && ++i == text.size())
-            break;
-        spoken.append(text[i]);
-    }
-    return spoken;
-}
 
 class EntryReading : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
@@ -49,7 +38,7 @@ public:
 
     QString text(QAccessible::Text kind) const override {
         switch (kind) {
-        case QAccessible::Name: return Spoken(fEntry->text());
+        case QAccessible::Name: return WithoutMarks(Menu::Label(*fEntry));
         case QAccessible::Accelerator: return fEntry->shortcut().toString(QKeySequence::NativeText);
         default: return {};
         }

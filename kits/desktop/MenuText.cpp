@@ -68,6 +68,28 @@ QString MenuLabel(const MenuItemState& item) {
     return Quoted(label.substr(0, trigger)) + u'&' + Quoted(label.substr(trigger));
 }
 
+QString WithoutMarks(const QString& label) {
+    QString text;
+    text.reserve(label.size());
+    for (qsizetype i = 0; i < label.size(); ++i) {
+        if (label[i] == u'&' && ++i == label.size())
+            break;
+        text.append(label[i]);
+    }
+    return text;
+}
+
+QString ShortLabel(const QString& label, const QFontMetrics& font) {
+    constexpr int kWidest = 64;  // in the widths of an ordinary character
+    // Measuring takes its time, and of such a label neither end is lost.
+    constexpr qsizetype kMostMeasured = 4000;
+    const QString measured = label.size() <= kMostMeasured
+        ? label
+        : label.first(kMostMeasured / 2) + u'\u2026' + label.last(kMostMeasured / 2);
+    return font.elidedText(
+        measured, Qt::ElideMiddle, font.averageCharWidth() * kWidest, Qt::TextShowMnemonic);
+}
+
 QKeySequence MenuShortcut(const MenuItemState& item) {
     const Qt::Key key = item.shortcut == 0 ? Qt::Key_unknown : KeyOf(item.shortcut);
     if (key == Qt::Key_unknown)

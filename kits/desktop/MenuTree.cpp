@@ -97,7 +97,7 @@ void MenuTree::Show(Node& node, const MenuItemState& item) {
     entry.setSeparator(item.separator);
     if (item.separator)
         return;
-    entry.setText(MenuLabel(item));
+    Menu::SetLabel(entry, MenuLabel(item), fOwner.fontMetrics());
     entry.setShortcut(MenuShortcut(item));
     SetRadio(entry, item.radio);
     SetMark(entry, item.radio, item.marked);

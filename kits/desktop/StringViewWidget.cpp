@@ -6,6 +6,7 @@
 
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/Fonts.h"
+#include "kits/desktop/MenuText.h"
 
 namespace BPrivate {
 
@@ -86,7 +87,7 @@ public:
                 QColor(view.color.red, view.color.green, view.color.blue, view.color.alpha));
         }
         fLabel.setPalette(palette);
-        const QString text = QString::fromStdString(view.text);
+        const QString text = OneLine(view.text);
         fLabel.setText(text);
         // The name says which text this is; what it says now is its description.
         fLabel.setAccessibleDescription(text);

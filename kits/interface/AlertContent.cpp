@@ -118,6 +118,9 @@ void BAlert::Content::LayOut(const AlertAsker& asker) {
 }
 
 bool BAlert::Content::TakeKey(const BMessage& keyDown) {
+    // Whoever selects or copies the text has not agreed to what a button's letter stands for.
+    if ((keyDown.GetInt32("modifiers", 0) & B_COMMAND_KEY) != 0)
+        return false;
     // A key that was held when the alert appeared is no answer.
     const bool repeats = keyDown.HasInt32("be:key_repeat");
     const std::string characters = CharactersOf(keyDown);

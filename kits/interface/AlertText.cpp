@@ -23,11 +23,7 @@ AlertTextView::AlertTextView(const char* text, alert_type type)
 }
 
 void AlertTextView::GetPreferredSize(float* width, float* height) {
-    const BPoint size = TheDisplay().PreferredSize(ControlPeer::Of(this)->State());
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
+    ControlPeer::Of(this)->GetPreferredSize(width, height);
 }
 
 }  // namespace BPrivate

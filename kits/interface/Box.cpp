@@ -13,6 +13,12 @@ namespace {
     return true;
 }();
 
+border_style ArchivedBorder(const BMessage& archive) {
+    const int32 style = archive.GetInt32("_style", B_FANCY_BORDER);
+    return style >= B_PLAIN_BORDER && style <= B_NO_BORDER ? static_cast<border_style>(style)
+                                                           : B_FANCY_BORDER;
+}
+
 }  // namespace
 
 class BBox::Peer : public ControlPeer {
@@ -35,8 +41,7 @@ BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, bor
 }
 
 BBox::BBox(BMessage* archive)
-    : BView(archive), fLabel(archive->GetString("_label", "")),
-      fBorder(static_cast<border_style>(archive->GetInt32("_style", B_FANCY_BORDER))) {
+    : BView(archive), fLabel(archive->GetString("_label", "")), fBorder(ArchivedBorder(*archive)) {
     rgb_color fill;
     if (archive->FindColor("_fill", &fill) == B_OK)
         BBox::SetViewColor(fill);

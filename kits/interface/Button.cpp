@@ -21,7 +21,8 @@ public:
     explicit Peer(BButton& button) : LabelledPeer(button), fButton(button) {}
 
     ControlState State() const override {
-        return ButtonState{fButton.Label(), fButton.fIsDefault, fButton.Value() != B_CONTROL_OFF};
+        return ButtonState{
+            fButton.Label(), fButton.fIsDefault, fButton.Value() != B_CONTROL_OFF, fButton.fIsFlat};
     }
     void UserChanged(const BMessage&) override { fButton.Invoke(); }
 
@@ -65,6 +66,13 @@ void BButton::MakeDefault(bool isDefault) {
         Window()->SetDefaultButton(this);
     else if (Window()->DefaultButton() == this)
         Window()->SetDefaultButton(nullptr);
+}
+
+void BButton::SetFlat(bool flat) {
+    if (flat == fIsFlat)
+        return;
+    fIsFlat = flat;
+    StateChanged();
 }
 
 void BButton::AttachedToWindow() {

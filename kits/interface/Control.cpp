@@ -5,19 +5,10 @@
 #include <interface/Window.h>
 #include <kernel/OS.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/ControlPeer.h"
 
 using BPrivate::ControlPeer;
-
-namespace {
-
-/// The control's own message within its archive; null when there is none.
-BMessage* ArchivedMessage(const BMessage* archive) {
-    auto message = std::make_unique<BMessage>();
-    return archive->FindMessage("_msg", message.get()) == B_OK ? message.release() : nullptr;
-}
-
-}  // namespace
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,
     uint32 resizingMode, uint32 flags)
@@ -25,7 +16,7 @@ BControl::BControl(BRect frame, const char* name, const char* label, BMessage* m
       fLabel(label == nullptr ? "" : label) {}
 
 BControl::BControl(BMessage* archive)
-    : BView(archive), BInvoker(ArchivedMessage(archive), BMessenger()),
+    : BView(archive), BInvoker(BPrivate::ArchivedMessage(*archive, "_msg").release(), BMessenger()),
       fLabel(archive->GetString("_label", "")), fValue(archive->GetInt32("_val", B_CONTROL_OFF)),
       fEnabled(!archive->GetBool("_disable", false)) {}
 
@@ -91,16 +82,10 @@ void BControl::AttachedToWindow() {
 }
 
 void BControl::GetPreferredSize(float* width, float* height) {
-    const ControlPeer* peer = ControlPeer::Of(this);
-    if (peer == nullptr) {
+    if (const ControlPeer* peer = ControlPeer::Of(this))
+        peer->GetPreferredSize(width, height);
+    else
         BView::GetPreferredSize(width, height);
-        return;
-    }
-    const BPoint size = BPrivate::TheDisplay().PreferredSize(peer->State());
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
 }
 
 void BControl::StateChanged() {

@@ -57,6 +57,14 @@ void ControlPeer::PlaceChanged() {
     fPlaced = true;
 }
 
+void ControlPeer::GetPreferredSize(float* width, float* height) const {
+    const BPoint size = TheDisplay().PreferredSize(State());
+    if (width != nullptr)
+        *width = size.x;
+    if (height != nullptr)
+        *height = size.y;
+}
+
 std::string ControlPeer::AccessibleName() const {
     return fView->Name() != nullptr ? fView->Name() : "";
 }
@@ -75,7 +83,6 @@ ControlPlace ControlPeer::_Place() const {
     place.visible = place.visible && place.clip.IsValid();
     place.enabled = IsEnabled();
     place.focused = fView->IsFocus();
-    place.navigable = (fView->Flags() & B_NAVIGABLE) != 0;
     place.navigable = (fView->Flags() & B_NAVIGABLE) != 0;
     return place;
 }

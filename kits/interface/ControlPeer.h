@@ -46,6 +46,9 @@ public:
     /// Hands the place down where it differs from the last one.
     void PlaceChanged();
 
+    /// What the control wants with the state it has; either may be null. Waits for the display.
+    void GetPreferredSize(float* width, float* height) const;
+
     /// 0 while not attached.
     ControlId Id() const { return fId; }
     /// The screen's side of the view's window; null while not attached to a window.
@@ -60,6 +63,9 @@ public:
     /// The user changed the control: a fresh `kControlChanged`. Whether the change is to be handed
     /// down again is up to the control class (it need not be: the control shows it already).
     virtual void UserChanged(const BMessage& event) = 0;
+    /// Whether a change of the user's counts also when the state has changed since: one that says
+    /// which thing was chosen, whatever has become of the others. What is shown is another by then.
+    virtual bool TakesLate(const BMessage& /*event*/) const { return false; }
     /// After the control was made on the screen, and before it is taken from it. When detaching
     /// is part of deleting the view, only BView is left of it.
     virtual void Attached() {}

@@ -86,6 +86,7 @@ struct ButtonState {
     std::string label;
     bool isDefault = false;
     bool pressed = false;
+    bool flat = false;  ///< without edges while nobody presses it
 };
 
 struct CheckBoxState {
@@ -111,12 +112,12 @@ struct MenuItemState {
     bool separator = false;
     bool enabled = true;
     bool marked = false;
-    bool radio = false;         ///< stands in a menu in radio mode
-    bool hasSubmenu = false;    ///< opens `items`, which may be none
-    bool command = true;        ///< can be chosen itself; false for a mere title of a submenu
-    char shortcut = 0;          ///< the key shown as its shortcut, in upper case; 0 for none
-    uint32 modifiers = 0;       ///< those of the shortcut, Command included
-    int32 trigger = -1;         ///< byte of the label whose letter chooses it in the open menu; -1
+    bool radio = false;       ///< stands in a menu in radio mode
+    bool hasSubmenu = false;  ///< opens `items`, which may be none
+    bool command = true;      ///< can be chosen itself; false for a mere title of a submenu
+    char shortcut = 0;        ///< the key shown as its shortcut, in upper case; 0 for none
+    uint32 modifiers = 0;     ///< those of the shortcut, Command included
+    int32 trigger = -1;       ///< byte of the label whose letter chooses it in the open menu; -1
     std::vector<MenuItemState> items = {};
 
     bool operator==(const MenuItemState&) const = default;
@@ -129,10 +130,11 @@ struct MenuBarState {
 
 struct MenuFieldState {
     std::string label;
-    float divider = 0;    ///< where the field starts, from the control's left edge
-    std::string title;    ///< shown while no item is marked
+    float divider = 0;  ///< where the field starts, from the control's left edge
+    std::string title;  ///< shown while no item is marked
     bool fixedSize = false;
     std::vector<MenuItemState> items = {};
+    int32 choice = 0;  ///< the last "choice" of the user's that `items` takes into account
 };
 
 struct SliderState {
@@ -142,8 +144,8 @@ struct SliderState {
     int32 min = 0;
     int32 max = 100;
     int32 value = 0;
-    int32 step = 1;          ///< of the arrow keys
-    int32 hashMarks = 0;     ///< how many, both ends included
+    int32 step = 1;       ///< of the arrow keys
+    int32 hashMarks = 0;  ///< how many, both ends included
     bool hashesAbove = false;
     bool hashesBelow = false;
     orientation direction = B_HORIZONTAL;
@@ -183,9 +185,9 @@ struct AlertTextState {
 
 /// A browser of folders to choose files in, with its own buttons. Fills its window.
 struct FilePanelState {
-    std::string folder;     ///< where it starts, absolute; empty: where the display likes
+    std::string folder;      ///< where it starts, absolute; empty: where the display likes
     int32 folderSerial = 0;  ///< `folder` is gone to again when this is another one
-    uint32 flavors = 0;     ///< B_FILE_NODE and so on: what can be chosen
+    uint32 flavors = 0;      ///< B_FILE_NODE and so on: what can be chosen
     bool multiple = false;
     std::string openLabel;    ///< empty: the desktop's own
     std::string cancelLabel;  ///< empty: the desktop's own
@@ -235,7 +237,7 @@ struct WindowSpec {
 /// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
 /// | `B_ZOOM` | none: the desktop did it already |
 /// | `B_QUIT_REQUESTED` | none: the close box |
-/// | `kControlChanged` | "control" int32, "serial" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial) |
+/// | `kControlChanged` | "control" int32, "serial" int32, "modifiers" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1; a radio button's is told whatever the serial), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial; "choice" int32, menu field: numbers the choices, upwards; each has to be answered by a state with its number or a later one, until which the field shows what was chosen) |
 /// | `kMenusOpen` | "control" int32, "open" bool: the first menu of a menu bar was opened, the last one closed |
 /// | `kScreenChanged` | "frame" rect, "ratio" float: the window is on another screen now, or its screen is another than it was; see ScreenFrame() and PixelRatio() |
 /// | `kControlFocused` | "control" int32: the user moved the focus to it; 0: to the window's own content |

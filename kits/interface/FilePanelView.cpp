@@ -23,6 +23,10 @@ public:
             fView.fListener.cancelled();
     }
 
+    bool TakesLate(const BMessage& event) const override {
+        return event.HasRef("refs") || event.HasBool("cancel");
+    }
+
 private:
     FilePanelView& fView;
 };
@@ -50,11 +54,7 @@ void FilePanelView::SetCancelLabel(const std::string& label) {
 }
 
 void FilePanelView::GetPreferredSize(float* width, float* height) {
-    const BPoint size = TheDisplay().PreferredSize(fState);
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
+    ControlPeer::Of(this)->GetPreferredSize(width, height);
 }
 
 }  // namespace BPrivate

@@ -12,6 +12,7 @@ namespace {
 
 bool is_input(uint32 what) {
     switch (what) {
+    case BPrivate::kControlChanged:
     case B_KEY_DOWN:
     case B_KEY_UP:
     case B_UNMAPPED_KEY_DOWN:
@@ -23,11 +24,12 @@ bool is_input(uint32 what) {
     }
 }
 
-// The input message this thread is handling; null when it handles none.
-const BMessage* current_input() {
-    const BLooper* looper = BLooper::LooperForThread(find_thread(nullptr));
-    const BMessage* message = looper != nullptr ? looper->CurrentMessage() : nullptr;
-    return message != nullptr && is_input(message->what) ? message : nullptr;
+// Whether the message tells what was held when the user did what it is about. An item of a menu
+// hands that on in its own message, which is handled later still.
+bool find_held(const BMessage& message, int32* held) {
+    if (message.IsSourceRemote())
+        return false;
+    return message.FindInt32(is_input(message.what) ? "modifiers" : "be:modifiers", held) == B_OK;
 }
 
 }  // namespace
@@ -40,9 +42,10 @@ status_t get_key_info(key_info* info) {
 }
 
 uint32 modifiers() {
+    const BLooper* looper = BLooper::LooperForThread(find_thread(nullptr));
+    const BMessage* message = looper != nullptr ? looper->CurrentMessage() : nullptr;
     int32 held = 0;
-    if (const BMessage* input = current_input();
-        input != nullptr && input->FindInt32("modifiers", &held) == B_OK)
+    if (message != nullptr && find_held(*message, &held))
         return static_cast<uint32>(held);
     return TheDisplay().Modifiers();
 }

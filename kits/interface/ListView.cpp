@@ -4,6 +4,7 @@
 #include <interface/Window.h>
 #include <utility>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/ControlPeer.h"
 
 using namespace BPrivate;
@@ -15,11 +16,6 @@ namespace {
     register_instantiation_func("BListView", BListView::Instantiate);
     return true;
 }();
-
-std::unique_ptr<BMessage> ArchivedMessage(const BMessage& archive, const char* field) {
-    auto message = std::make_unique<BMessage>();
-    return archive.FindMessage(field, message.get()) == B_OK ? std::move(message) : nullptr;
-}
 
 }  // namespace
 
@@ -80,16 +76,13 @@ BListView::BListView(BMessage* archive)
               : B_SINGLE_SELECTION_LIST),
       fEnabled(!archive->GetBool("_disable", false)) {
     ControlPeer::Install(*this, std::make_unique<Peer>(*this));
-    BMessage itemArchive;
-    for (int32 i = 0; archive->FindMessage("_l_items", i, &itemArchive) == B_OK; i++) {
-        std::unique_ptr<BArchivable> object(instantiate_object(&itemArchive));
-        auto* item = dynamic_cast<BListItem*>(object.get());
+    for (int32 i = 0; archive->HasMessage("_l_items", i); i++) {
+        auto item = ArchivedObject<BListItem>(*archive, "_l_items", i);
         if (item == nullptr)
             continue;
-        (void)object.release();
         item->fList = this;
         item->fOwnedByList = true;
-        fItems.push_back(item);
+        fItems.push_back(item.release());
     }
     (void)_Adopt(_Selected());  // of which a list may allow but one
 }
@@ -107,13 +100,7 @@ BArchivable* BListView::Instantiate(BMessage* archive) {
 }
 
 status_t BListView::Archive(BMessage* archive, bool deep) const {
-    status_t status = BView::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BView::Archive(archive, deep));
     add(archive->AddInt32("_lv_type", fType));
     if (!fEnabled)
         add(archive->AddBool("_disable", true));
@@ -122,13 +109,10 @@ status_t BListView::Archive(BMessage* archive, bool deep) const {
     if (fSelectionMessage)
         add(archive->AddMessage("_2nd_msg", fSelectionMessage.get()));
     if (!deep)
-        return status;
-    for (const BListItem* item : fItems) {
-        BMessage itemArchive;
-        add(item->Archive(&itemArchive, true));
-        add(archive->AddMessage("_l_items", &itemArchive));
-    }
-    return status;
+        return add.Status();
+    for (const BListItem* item : fItems)
+        add(AddArchiveOf(*item, archive, "_l_items"));
+    return add.Status();
 }
 
 bool BListView::AddItem(BListItem* item) {
@@ -213,124 +197,6 @@ void BListView::SortItems(int (*compare)(const void* first, const void* second))
     _StateChanged();
 }
 
-int32 BListView::CurrentSelection(int32 nth) const {
-    for (int32 i = 0; nth >= 0 && i < CountItems(); i++) {
-        if (ItemAt(i)->IsSelected() && nth-- == 0)
-            return i;
-    }
-    return -1;
-}
-
-bool BListView::IsItemSelected(int32 index) const {
-    const BListItem* item = ItemAt(index);
-    return item != nullptr && item->IsSelected();
-}
-
-void BListView::Select(int32 index, bool extend) {
-    Select(index, index, extend);
-}
-
-void BListView::Select(int32 first, int32 last, bool extend) {
-    if (ItemAt(first) == nullptr || ItemAt(last) == nullptr || first > last)
-        return;
-    std::vector<bool> wanted(fItems.size(), false);
-    for (int32 i = 0; i < CountItems(); i++) {
-        const bool kept = extend && fType == B_MULTIPLE_SELECTION_LIST && ItemAt(i)->IsSelected();
-        const bool inside = i >= first && i <= last && ItemAt(i)->IsEnabled();
-        wanted[static_cast<std::size_t>(i)] = kept || inside;
-    }
-    _Select(wanted);
-}
-
-void BListView::Deselect(int32 index) {
-    if (!IsItemSelected(index))
-        return;
-    std::vector<bool> wanted = _Selected();
-    wanted[static_cast<std::size_t>(index)] = false;
-    _Select(wanted);
-}
-
-void BListView::DeselectAll() {
-    _Select(std::vector<bool>(fItems.size(), false));
-}
-
-std::vector<bool> BListView::_Selected() const {
-    std::vector<bool> selected;
-    for (const BListItem* item : fItems)
-        selected.push_back(item->IsSelected());
-    return selected;
-}
-
-void BListView::_Select(const std::vector<bool>& wanted) {
-    if (!_Adopt(wanted))
-        return;
-    _StateChanged();
-    _Notify();
-}
-
-bool BListView::_Adopt(const std::vector<bool>& wanted) {
-    bool changed = false;
-    bool any = false;
-    for (std::size_t i = 0; i < fItems.size(); i++) {
-        const bool selected = wanted[i] && !(any && fType == B_SINGLE_SELECTION_LIST);
-        any = any || selected;
-        changed = changed || selected != fItems[i]->fSelected;
-        fItems[i]->fSelected = selected;
-    }
-    return changed;
-}
-
-void BListView::_Notify() {
-    SelectionChanged();
-    if (fSelectionMessage)
-        (void)Invoke(fSelectionMessage.get());
-}
-
-void BListView::ScrollToSelection() {
-    if (CurrentSelection() < 0)
-        return;
-    fScrollSerial++;
-    _StateChanged();
-}
-
-void BListView::SelectionChanged() {}
-
-void BListView::SetListType(list_view_type type) {
-    if (type == fType)
-        return;
-    fType = type;
-    _StateChanged();
-    _Select(_Selected());
-}
-
-void BListView::SetSelectionMessage(BMessage* message) {
-    fSelectionMessage.reset(message);
-}
-
-uint32 BListView::SelectionCommand() const {
-    return fSelectionMessage ? fSelectionMessage->what : 0;
-}
-
-void BListView::SetInvocationMessage(BMessage* message) {
-    (void)SetMessage(message);
-}
-
-status_t BListView::Invoke(BMessage* message) {
-    const BMessage* original = message != nullptr ? message : Message();
-    if (original == nullptr)
-        return B_BAD_VALUE;
-    BMessage copy(*original);
-    for (const char* field : {"when", "source", "index"})
-        copy.RemoveName(field);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
-    for (int32 i = 0; i < CountItems(); i++) {
-        if (ItemAt(i)->IsSelected())
-            copy.AddInt32("index", i);
-    }
-    return BInvoker::Invoke(&copy);
-}
-
 void BListView::SetEnabled(bool enabled) {
     if (enabled == fEnabled)
         return;
@@ -353,11 +219,7 @@ void BListView::KeyDown(const char* bytes, int32 numBytes) {
 }
 
 void BListView::GetPreferredSize(float* width, float* height) {
-    const BPoint size = TheDisplay().PreferredSize(ControlPeer::Of(this)->State());
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
+    ControlPeer::Of(this)->GetPreferredSize(width, height);
 }
 
 void BListView::_StateChanged() {

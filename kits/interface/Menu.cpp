@@ -3,6 +3,7 @@
 #include <interface/Menu.h>
 #include <string_view>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/MenuAccess.h"
 #include "kits/interface/MenuPeer.h"
 
@@ -33,13 +34,9 @@ BMenu::BMenu(BMessage* archive) : BView(archive) {
         fLayout = static_cast<menu_layout>(layout);
     fResizeToFit = archive->GetBool("_rsize_to_fit", true);
     fEnabled = !archive->GetBool("_disable", false);
-    BMessage itemArchive;
-    for (int32 i = 0; archive->FindMessage("_items", i, &itemArchive) == B_OK; i++) {
-        BArchivable* object = instantiate_object(&itemArchive);
-        if (auto* item = dynamic_cast<BMenuItem*>(object); item != nullptr)
-            _Insert(*item, CountItems());
-        else
-            delete object;
+    for (int32 i = 0; archive->HasMessage("_items", i); i++) {
+        if (auto item = ArchivedObject<BMenuItem>(*archive, "_items", i); item != nullptr)
+            _Insert(*item.release(), CountItems());
     }
     // Only now: as many marks as items would be taken back one by one.
     fDynamicLabel = archive->GetBool("_dyn_label", false);
@@ -64,13 +61,7 @@ BArchivable* BMenu::Instantiate(BMessage* archive) {
 }
 
 status_t BMenu::Archive(BMessage* archive, bool deep) const {
-    status_t status = BView::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BView::Archive(archive, deep));
     add(archive->AddInt32("_layout", fLayout));
     add(archive->AddBool("_rsize_to_fit", fResizeToFit));
     if (!fEnabled)
@@ -78,13 +69,10 @@ status_t BMenu::Archive(BMessage* archive, bool deep) const {
     add(archive->AddBool("_radio", fRadio));
     add(archive->AddBool("_dyn_label", fDynamicLabel));
     if (!deep)
-        return status;
-    for (const auto& item : fItems) {
-        BMessage itemArchive;
-        add(item->Archive(&itemArchive, true));
-        add(archive->AddMessage("_items", &itemArchive));
-    }
-    return status;
+        return add.Status();
+    for (const auto& item : fItems)
+        add(AddArchiveOf(*item, archive, "_items"));
+    return add.Status();
 }
 
 bool BMenu::AddItem(BMenuItem* item) {

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <interface/MenuField.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/MenuAccess.h"
 #include "kits/interface/MenuPeer.h"
 
@@ -30,7 +31,14 @@ public:
             state.title = menu->Name() != nullptr ? menu->Name() : "";
             state.items = MenuAccess::StatesOf(*menu);
         }
+        state.choice = fChoice;
         return state;
+    }
+
+    void UserChanged(const BMessage& event) override {
+        fChoice = event.GetInt32("choice", fChoice);
+        StateChangesOften();  // the answer, also when nothing comes of it
+        MenuPeer::UserChanged(event);
     }
 
     bool IsEnabled() const override {
@@ -47,6 +55,7 @@ protected:
 
 private:
     const BMenuField& fField;
+    int32 fChoice = 0;  // the last one that arrived
 };
 
 BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* menu,
@@ -91,25 +100,16 @@ BArchivable* BMenuField::Instantiate(BMessage* archive) {
 }
 
 status_t BMenuField::Archive(BMessage* archive, bool deep) const {
-    status_t status = BView::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BView::Archive(archive, deep));
     add(archive->AddString("_label", fLabel.c_str()));
     if (!fEnabled)
         add(archive->AddBool("_disable", true));
     if (fFixedSize)
         add(archive->AddBool("be:fixeds", true));
     add(archive->AddFloat("_divide", fDivider));
-    if (deep && fMenu != nullptr) {
-        BMessage menuArchive;
-        add(fMenu->Archive(&menuArchive, true));
-        add(archive->AddMessage("_views", &menuArchive));
-    }
-    return status;
+    if (deep && fMenu != nullptr)
+        add(AddArchiveOf(*fMenu, archive, "_views"));
+    return add.Status();
 }
 
 void BMenuField::SetLabel(const char* label) {
@@ -136,9 +136,5 @@ void BMenuField::SetDivider(float position) {
 }
 
 void BMenuField::GetPreferredSize(float* width, float* height) {
-    const BPoint size = TheDisplay().PreferredSize(ControlPeer::Of(this)->State());
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
+    ControlPeer::Of(this)->GetPreferredSize(width, height);
 }

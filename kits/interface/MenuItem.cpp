@@ -7,6 +7,7 @@
 #include <interface/Window.h>
 #include <kernel/OS.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/MenuAccess.h"
 #include "kits/interface/MenuPeer.h"
 
@@ -24,12 +25,6 @@ namespace {
 int32 NextId() {
     static std::atomic<int32> sLastId{0};
     return ++sLastId;
-}
-
-BMessage* ArchivedMessage(const BMessage* archive) {
-    auto message = std::make_unique<BMessage>();
-    const bool found = archive != nullptr && archive->FindMessage("_msg", message.get()) == B_OK;
-    return found ? message.release() : nullptr;
 }
 
 /// A key that an archive has as a number; 0 when it cannot be one.
@@ -56,7 +51,10 @@ BMenuItem::BMenuItem(BMenu* submenu, BMessage* message)
 }
 
 BMenuItem::BMenuItem(BMessage* archive)
-    : BArchivable(archive), BInvoker(ArchivedMessage(archive), BMessenger()), fId(NextId()) {
+    : BArchivable(archive),
+      BInvoker(
+          archive != nullptr ? ArchivedMessage(*archive, "_msg").release() : nullptr, BMessenger()),
+      fId(NextId()) {
     if (archive == nullptr)
         return;
     fLabel = archive->GetString("_label", "");
@@ -65,16 +63,11 @@ BMenuItem::BMenuItem(BMessage* archive)
     fTrigger = ArchivedKey(*archive, "_trig");
     BMenuItem::SetShortcut(
         ArchivedKey(*archive, "_shortcut"), static_cast<uint32>(archive->GetInt32("_mods", 0)));
-    BMessage submenuArchive;
-    if (archive->FindMessage("_submenu", &submenuArchive) != B_OK)
+    auto submenu = ArchivedObject<BMenu>(*archive, "_submenu");
+    if (submenu == nullptr || !submenu->_IsFree())
         return;
-    BArchivable* object = instantiate_object(&submenuArchive);
-    if (auto* submenu = dynamic_cast<BMenu*>(object); submenu != nullptr && submenu->_IsFree()) {
-        fSubmenu.reset(submenu);
-        submenu->fSuperitem = this;
-    } else {
-        delete object;
-    }
+    submenu->fSuperitem = this;
+    fSubmenu = std::move(submenu);
 }
 
 BMenuItem::~BMenuItem() {
@@ -89,13 +82,7 @@ BArchivable* BMenuItem::Instantiate(BMessage* archive) {
 }
 
 status_t BMenuItem::Archive(BMessage* archive, bool deep) const {
-    status_t status = BArchivable::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BArchivable::Archive(archive, deep));
     add(archive->AddString("_label", fLabel.c_str()));
     if (!fEnabled)
         add(archive->AddBool("_disable", true));
@@ -109,12 +96,9 @@ status_t BMenuItem::Archive(BMessage* archive, bool deep) const {
     }
     if (Message() != nullptr)
         add(archive->AddMessage("_msg", Message()));
-    if (deep && fSubmenu != nullptr) {
-        BMessage submenuArchive;
-        add(fSubmenu->Archive(&submenuArchive, true));
-        add(archive->AddMessage("_submenu", &submenuArchive));
-    }
-    return status;
+    if (deep && fSubmenu != nullptr)
+        add(AddArchiveOf(*fSubmenu, archive, "_submenu"));
+    return add.Status();
 }
 
 void BMenuItem::SetLabel(const char* label) {
@@ -187,12 +171,13 @@ status_t BMenuItem::Invoke(BMessage* message) {
     if (original == nullptr)
         return B_BAD_VALUE;
     BMessage copy(*original);
-    for (const char* field : {"when", "source", "index", "be:sender"})
+    for (const char* field : {"when", "source", "index", "be:sender", "be:modifiers"})
         (void)copy.RemoveName(field);
     (void)copy.AddInt64("when", system_time());
     (void)copy.AddPointer("source", this);
     (void)copy.AddInt32("index", fMenu != nullptr ? fMenu->IndexOf(this) : -1);
     (void)copy.AddMessenger("be:sender", be_app_messenger);
+    (void)copy.AddInt32("be:modifiers", static_cast<int32>(modifiers()));
     if (Messenger() != BMessenger())
         return BInvoker::Invoke(&copy);
     const MenuPeer* peer = fMenu != nullptr ? MenuAccess::ShownBy(*fMenu) : nullptr;

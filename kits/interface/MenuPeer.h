@@ -12,6 +12,7 @@ class MenuPeer : public ControlPeer {
 public:
     /// Invokes the item that was chosen, when it is still there.
     void UserChanged(const BMessage& event) override;
+    bool TakesLate(const BMessage&) const override { return true; }
 
 protected:
     /// Null for none.

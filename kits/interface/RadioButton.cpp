@@ -26,9 +26,13 @@ public:
 
     void UserChanged(const BMessage&) override {
         fButton.AdoptValue(B_CONTROL_ON);
+        StateChanged();  // another one that was clicked just before may have turned it off
         fButton._TurnSiblingsOff();
         fButton.Invoke();
     }
+
+    /// Of two clicks it is the last that counts, and it may come before the first one's effect.
+    bool TakesLate(const BMessage&) const override { return true; }
 
 private:
     BRadioButton& fButton;

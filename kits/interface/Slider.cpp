@@ -3,6 +3,7 @@
 #include <cmath>
 #include <interface/Slider.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/LabelledPeer.h"
 
 using namespace BPrivate;
@@ -75,7 +76,8 @@ BSlider::BSlider(BRect frame, const char* name, const char* label, BMessage* mes
 
 BSlider::BSlider(BMessage* archive)
     : BControl(archive), fMinLabel(archive->GetString("_minlbl", "")),
-      fMaxLabel(archive->GetString("_maxlbl", "")), fMin(Number(*archive, "_min", 0)),
+      fMaxLabel(archive->GetString("_maxlbl", "")),
+      fModification(ArchivedMessage(*archive, "_mod_msg")), fMin(Number(*archive, "_min", 0)),
       fMax(std::max(fMin, Number(*archive, "_max", 100))),
       fStep(std::max(1, Number(*archive, "_incrementvalue", 1))),
       fHashCount(std::max(0, Number(*archive, "_hashcount", 0))),
@@ -88,9 +90,6 @@ BSlider::BSlider(BMessage* archive)
                                                                             : B_BLOCK_THUMB) {
     AdoptValue(std::clamp(Value(), fMin, fMax));
     BSlider::SetBarThickness(archive->GetFloat("_bthickness", fBarThickness));
-    auto modification = std::make_unique<BMessage>();
-    if (archive->FindMessage("_mod_msg", modification.get()) == B_OK)
-        fModification = std::move(modification);
     ControlPeer::Install(*this, std::make_unique<Peer>(*this));
 }
 
@@ -101,13 +100,7 @@ BArchivable* BSlider::Instantiate(BMessage* archive) {
 }
 
 status_t BSlider::Archive(BMessage* archive, bool deep) const {
-    status_t status = BControl::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BControl::Archive(archive, deep));
     if (fModification)
         add(archive->AddMessage("_mod_msg", fModification.get()));
     if (!fMinLabel.empty())
@@ -123,7 +116,7 @@ status_t BSlider::Archive(BMessage* archive, bool deep) const {
     add(archive->AddInt32("_orient", fOrientation));
     add(archive->AddFloat("_bthickness", fBarThickness));
     add(archive->AddInt32("_sdelay", fSnoozeAmount));
-    return status;
+    return add.Status();
 }
 
 void BSlider::SetValue(int32 value) {

@@ -13,6 +13,12 @@ namespace {
     return true;
 }();
 
+alignment ArchivedAlignment(const BMessage& archive) {
+    const int32 number = archive.GetInt32("_align", B_ALIGN_LEFT);
+    return number >= B_ALIGN_LEFT && number <= B_ALIGN_CENTER ? static_cast<alignment>(number)
+                                                              : B_ALIGN_LEFT;
+}
+
 }  // namespace
 
 class BStringView::Peer : public ControlPeer {
@@ -58,7 +64,7 @@ BStringView::BStringView(
 
 BStringView::BStringView(BMessage* archive)
     : BView(archive), fText(archive->GetString("_text", "")),
-      fAlignment(static_cast<alignment>(archive->GetInt32("_align", B_ALIGN_LEFT))) {
+      fAlignment(ArchivedAlignment(*archive)) {
     ControlPeer::Install(*this, std::make_unique<Peer>(*this));
 }
 
@@ -103,11 +109,7 @@ void BStringView::SetFont(const BFont* font, uint32 mask) {
 }
 
 void BStringView::GetPreferredSize(float* width, float* height) {
-    const BPoint size = TheDisplay().PreferredSize(ControlPeer::Of(this)->State());
-    if (width != nullptr)
-        *width = size.x;
-    if (height != nullptr)
-        *height = size.y;
+    ControlPeer::Of(this)->GetPreferredSize(width, height);
 }
 
 void BStringView::_StateChanged() {

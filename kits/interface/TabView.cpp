@@ -4,6 +4,7 @@
 #include <interface/TabView.h>
 #include <string_view>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/ControlPeer.h"
 
 using namespace BPrivate;
@@ -17,20 +18,6 @@ namespace {
 }();
 
 constexpr const char* kContainerName = "view container";
-
-/// The object of the archive at that index of the field, if it is of the class.
-template <typename Class>
-std::unique_ptr<Class> Unarchived(const BMessage& archive, const char* field, int32 index) {
-    BMessage own;
-    if (archive.FindMessage(field, index, &own) != B_OK)
-        return nullptr;
-    std::unique_ptr<BArchivable> object(instantiate_object(&own));
-    auto* const wanted = dynamic_cast<Class*>(object.get());
-    if (wanted == nullptr)
-        return nullptr;
-    (void)object.release();
-    return std::unique_ptr<Class>(wanted);
-}
 
 }  // namespace
 
@@ -53,8 +40,12 @@ public:
     void UserChanged(const BMessage& event) override {
         const int32 index = event.GetInt32("value", -1);
         const BTab* tab = fTabView.TabAt(index);
+        fTabView.fShownByUser = index;
         if (tab != nullptr && tab->IsEnabled() && index != fTabView.fSelection)
             fTabView.Select(index);
+        fTabView.fShownByUser = -1;
+        if (fTabView.fSelection != index)
+            StateChanged();
     }
 
 private:
@@ -94,8 +85,8 @@ BTabView::BTabView(BMessage* archive) : BView(archive) {
 
     const bool hasTabs = archive->HasMessage("_l_items");
     for (int32 i = 0; archive->HasMessage(hasTabs ? "_l_items" : "_view_list", i); i++) {
-        auto tab = Unarchived<BTab>(*archive, "_l_items", i);
-        auto view = Unarchived<BView>(*archive, "_view_list", i);
+        auto tab = ArchivedObject<BTab>(*archive, "_l_items", i);
+        auto view = ArchivedObject<BView>(*archive, "_view_list", i);
         if (tab || view)
             AddTab(view.release(), tab.release());
     }
@@ -119,35 +110,24 @@ BArchivable* BTabView::Instantiate(BMessage* archive) {
 
 status_t BTabView::Archive(BMessage* archive, bool deep) const {
     // The container is made anew, and what it shows is archived with its tab.
-    status_t status = BView::Archive(archive, false);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BView::Archive(archive, false));
     add(archive->AddInt16("_but_width", static_cast<int16>(fTabWidth)));
     add(archive->AddFloat("_high", fTabHeight));
     add(archive->AddInt32("_sel", fSelection));
     if (!deep)
-        return status;
+        return add.Status();
     for (const auto& tab : fTabs) {
-        BMessage tabArchive;
-        add(tab->Archive(&tabArchive, true));
-        add(archive->AddMessage("_l_items", &tabArchive));
+        add(AddArchiveOf(*tab, archive, "_l_items"));
         BMessage viewArchive;
         if (tab->View() != nullptr)
             add(tab->View()->Archive(&viewArchive, true));
         add(archive->AddMessage("_view_list", &viewArchive));
     }
     for (int32 i = 0; i < CountChildren(); i++) {
-        if (ChildAt(i) == fContainer)
-            continue;
-        BMessage childArchive;
-        add(ChildAt(i)->Archive(&childArchive, true));
-        add(archive->AddMessage("_views", &childArchive));
+        if (ChildAt(i) != fContainer)
+            add(AddArchiveOf(*ChildAt(i), archive, "_views"));
     }
-    return status;
+    return add.Status();
 }
 
 void BTabView::AddTab(BView* target, BTab* tab) {
@@ -209,7 +189,9 @@ void BTabView::_Show(int32 index) {
         before->Deselect();
     fSelection = index;
     tab->Select(fContainer);
-    _StateChanged();
+    // To hand down what the user did would undo what they have done since.
+    if (index != fShownByUser)
+        _StateChanged();
 }
 
 void BTabView::AttachedToWindow() {

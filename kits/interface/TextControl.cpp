@@ -3,6 +3,7 @@
 #include <cmath>
 #include <interface/TextControl.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/LabelledPeer.h"
 
 using namespace BPrivate;
@@ -55,10 +56,8 @@ BTextControl::BTextControl(BRect frame, const char* name, const char* label,
 
 BTextControl::BTextControl(BMessage* archive)
     : BControl(archive), fText(OneLine(archive->GetString("_text", ""))),
+      fModification(ArchivedMessage(*archive, "_mod_msg")),
       fDivider(archive->GetFloat("_divide", 0.0F)) {
-    auto modification = std::make_unique<BMessage>();
-    if (archive->FindMessage("_mod_msg", modification.get()) == B_OK)
-        fModification = std::move(modification);
     ControlPeer::Install(*this, std::make_unique<Peer>(*this));
 }
 

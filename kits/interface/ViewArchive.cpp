@@ -1,7 +1,10 @@
 #include <app/Message.h>
 #include <interface/View.h>
 
+#include "kits/interface/ArchiveFields.h"
 #include "kits/interface/ControlPeer.h"
+
+using namespace BPrivate;
 
 namespace {
 
@@ -41,13 +44,9 @@ BView::BView(BMessage* archive) : BHandler(archive), fFrame(FrameFrom(archive)) 
     if (archive->FindInt32("_fface", &number) == B_OK)
         fFont.SetFace(static_cast<uint16>(number));
 
-    BMessage childArchive;
-    for (int32 i = 0; archive->FindMessage("_views", i, &childArchive) == B_OK; i++) {
-        BArchivable* object = instantiate_object(&childArchive);
-        if (auto* child = dynamic_cast<BView*>(object); child != nullptr)
-            AddChild(child);
-        else
-            delete object;
+    for (int32 i = 0; archive->HasMessage("_views", i); i++) {
+        if (auto child = ArchivedObject<BView>(*archive, "_views", i); child != nullptr)
+            AddChild(child.release());
     }
 }
 
@@ -56,13 +55,7 @@ BArchivable* BView::Instantiate(BMessage* archive) {
 }
 
 status_t BView::Archive(BMessage* archive, bool deep) const {
-    status_t status = BHandler::Archive(archive, deep);
-    const auto add = [&status](status_t result) {
-        if (status == B_OK)
-            status = result;
-    };
-    if (status != B_OK)
-        return status;
+    FirstFailure add(BHandler::Archive(archive, deep));
     add(archive->AddRect("_frame", fFrame));
     add(archive->AddInt32("_resize_mode", static_cast<int32>(fResizingMode)));
     add(archive->AddInt32("_flags", static_cast<int32>(fFlags)));
@@ -76,11 +69,8 @@ status_t BView::Archive(BMessage* archive, bool deep) const {
     add(archive->AddFloat("_fsize", fFont.Size()));
     add(archive->AddInt32("_fface", fFont.Face()));
     if (!deep)
-        return status;
-    for (const auto& child : fChildren) {
-        BMessage childArchive;
-        add(child->Archive(&childArchive, true));
-        add(archive->AddMessage("_views", &childArchive));
-    }
-    return status;
+        return add.Status();
+    for (const auto& child : fChildren)
+        add(AddArchiveOf(*child, archive, "_views"));
+    return add.Status();
 }

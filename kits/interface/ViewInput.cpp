@@ -26,7 +26,7 @@ void BView::KeyDown(const char* bytes, int32 numBytes) {
     int32 held = 0;
     if (message != nullptr)
         (void)message->FindInt32("modifiers", &held);
-    window->fData->MoveFocus((static_cast<uint32>(held) & B_SHIFT_KEY) != 0);
+    (void)window->fData->MoveFocus((static_cast<uint32>(held) & B_SHIFT_KEY) != 0);
 }
 
 void BView::KeyUp(const char*, int32) {}

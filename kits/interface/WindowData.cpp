@@ -71,11 +71,11 @@ void WindowData::FocusTakenByUser(ControlId id) {
     SetFocus(view);
 }
 
-void WindowData::MoveFocus(bool backward) {
+bool WindowData::MoveFocus(bool backward) {
     std::vector<BView*> views;
     CollectNavigable(Top(), views);
     if (views.empty())
-        return;
+        return false;
     const auto count = views.size();
     const auto at =
         static_cast<std::size_t>(std::find(views.begin(), views.end(), focus) - views.begin());
@@ -85,6 +85,7 @@ void WindowData::MoveFocus(bool backward) {
     else
         next = (at + (backward ? count - 1 : 1)) % count;
     views[next]->MakeFocus(true);
+    return true;
 }
 
 void WindowData::ViewLeaves(const BView& view) {

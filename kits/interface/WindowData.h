@@ -34,8 +34,11 @@ public:
     void SetFocus(BView* view);
     /// The user gave the focus to the control of that id, or to the window's own content.
     void FocusTakenByUser(ControlId id);
-    /// To the next navigable view, or the one before.
-    void MoveFocus(bool backward);
+    /// To the next navigable view, or the one before; false when there is none.
+    bool MoveFocus(bool backward);
+    /// Gives the focus, which no view has, to the first navigable view when the B_KEY_DOWN is Tab,
+    /// to the last with Shift. False for other keys, and when there is none.
+    bool TakeFocusBy(const BMessage& keyDown);
     /// The view, with those in it, is about to be detached.
     void ViewLeaves(const BView& view);
 

@@ -81,6 +81,9 @@ BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
 void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
     if (message->what == B_KEY_DOWN && fData->InvokeShortcut(*message))
         return;
+    // A window that makes something else of its keys could not be operated by them otherwise.
+    if (message->what == B_KEY_DOWN && handler == this && fData->TakeFocusBy(*message))
+        return;
 
     // Only pointers are compared until the view is known to be in this window.
     auto* view = dynamic_cast<BView*>(handler);
@@ -144,11 +147,7 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
         int32 id = 0;
         (void)message->FindInt32("control", &id);
         ControlPeer* peer = fData->PeerOf(id);
-        // A menu's item is what the user chose, whatever became of the others since; and so are
-        // the files of a panel, or its Cancel.
-        const bool isChoice =
-            message->HasInt32("item") || message->HasRef("refs") || message->HasBool("cancel");
-        if (peer != nullptr && (isChoice || peer->_IsFresh(*message)))
+        if (peer != nullptr && (peer->_IsFresh(*message) || peer->TakesLate(*message)))
             peer->UserChanged(*message);
         break;
     }

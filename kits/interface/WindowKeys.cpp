@@ -59,6 +59,13 @@ bool WindowData::InvokeShortcut(const BMessage& keyDown) {
     return true;
 }
 
+bool WindowData::TakeFocusBy(const BMessage& keyDown) {
+    const auto held = static_cast<uint32>(keyDown.GetInt32("modifiers", 0));
+    const bool isOther = (held & (B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY)) != 0;
+    return focus == nullptr && !isOther && keyDown.GetInt32("raw_char", 0) == B_TAB &&
+        MoveFocus((held & B_SHIFT_KEY) != 0);
+}
+
 void WindowData::OpenMenuBy(const BMessage& keyDown) {
     if (keyMenuBar == nullptr || keyMenuBar->IsHidden() || !keyMenuBar->IsEnabled())
         return;

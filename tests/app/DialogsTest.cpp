@@ -4,6 +4,7 @@
 #include <app/Messenger.h>
 #include <interface/InterfaceDefs.h>
 #include <kernel/OS.h>
+#include <storage/Entry.h>
 #include <storage/FilePanel.h>
 
 #include "app/MessageCodes.h"
@@ -13,6 +14,8 @@
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "tests/app/AppFixture.h"
+#include "tests/framework/TemporaryFolder.h"
+#include "tests/viewer/FakeRoster.h"
 
 namespace {
 
@@ -193,6 +196,30 @@ TEST_F(Dialogs, NoImageHasNoInformation) {
             Ask(kMsgShowImageInfo);
             Understand("No image is displayed.\n\n");
         }
+        QuitApp();
+    });
+}
+
+TEST_F(Dialogs, InformationWithoutALayoutIsReportedEveryTime) {
+    const std::string image = fHome / "a";
+    write_text(image, fake::ImageFile("a", 20, 10, {1, 2, 3, 255}));
+    RunApp([&](recording::Window&) {
+        BMessage files(B_REFS_RECEIVED);
+        entry_ref ref;
+        EXPECT_EQ(get_ref_for_path(image.c_str(), &ref), B_OK);
+        (void)files.AddRef(kFieldRefs, &ref);
+        EXPECT_EQ(be_app_messenger.SendMessage(&files), B_OK);
+        EXPECT_TRUE(WaitFor([&] {
+            return with_lock(fWindow, [&] { return fWindow->CurrentImage() != nullptr; });
+        }));
+        for (int i = 0; i < 2; ++i) {
+            Ask(kMsgShowImageInfo);
+            Understand(
+                "The image information window cannot be opened.\n\n"
+                "The program file may be damaged. Please install the program again.");
+        }
+        Settle();
+        EXPECT_EQ(CountOpen(), 1U);
         QuitApp();
     });
 }

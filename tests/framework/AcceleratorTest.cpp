@@ -1,6 +1,10 @@
 #include "framework/Accelerator.h"
 
 #include <gtest/gtest.h>
+#include <interface/Button.h>
+#include <kernel/OS.h>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -85,6 +89,33 @@ TEST(ShortCut, IsReadBackFromEveryFormat) {
         }
         EXPECT_EQ(short_cut_from_label(merge_accelerator_key(kNone, "X", label)), 0) << label;
     }
+}
+
+/// Keeps what is done to it, and when.
+class WatchedButton : public BButton {
+public:
+    WatchedButton() : BButton(BRect(0, 0, 49, 19), "Button", "Press", nullptr) {}
+
+    void SetValue(int32 value) override {
+        fDone.push_back(value == B_CONTROL_ON ? "pressed" : "released");
+        fTimes.push_back(system_time());
+        BButton::SetValue(value);
+    }
+
+    status_t Invoke(BMessage*) override {
+        fDone.emplace_back("invoked");
+        return B_OK;
+    }
+
+    std::vector<std::string> fDone;
+    std::vector<bigtime_t> fTimes;
+};
+
+TEST(ClickButton, PressesItForATwentiethOfASecondAndInvokesIt) {
+    WatchedButton button;
+    click_button(&button);
+    ASSERT_EQ(button.fDone, (std::vector<std::string>{"pressed", "released", "invoked"}));
+    EXPECT_GE(button.fTimes[1] - button.fTimes[0], 50000);
 }
 
 }  // namespace

@@ -181,6 +181,12 @@ TEST_F(DialogTest, AKeyWithoutControlIsAShortCutWhenNoViewHasTheFocus) {
     EXPECT_EQ(Logged(), Entries{"open"});
 }
 
+TEST_F(DialogTest, TabBeginsWithTheFirstControl) {
+    Press(B_TAB);
+    EXPECT_EQ(Logged(), Entries{});
+    EXPECT_TRUE(with_lock(fWindow, [&] { return fOpen->IsFocus(); }));
+}
+
 TEST_F(DialogTest, EnterClicksTheDefaultButton) {
     Press(B_ENTER);
     EXPECT_EQ(Logged(), Entries{"ok"});

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/MessageCodes.h"
+#include "tests/framework/FailingDisk.h"
 #include "tests/iap/SharedFiles.h"
 
 namespace {
@@ -194,6 +195,31 @@ TEST_F(FlatToolBarTest, KeepsItsValueWhenItCannotBeSaved) {
     change.AddBool(kName, false);
     EXPECT_EQ(item.SetValue(change), B_OK);
     EXPECT_FALSE(IsFlat(item));
+}
+
+TEST_F(FlatToolBarTest, LeavesTheFileAloneOnAFullOrReadOnlyDisk) {
+    TIAPItemFlatToolBar item;
+    (void)item.SetAppSignatureRef(kOwnApp);
+    BMessage change = Change(kOwnApp);
+    change.AddBool(kName, true);
+    ASSERT_EQ(item.SetValue(change), B_OK);
+    const std::string before = read_text(fFiles.PathOf(kName));
+    ASSERT_FALSE(before.empty());
+    const auto folder = std::filesystem::path(fFiles.PathOf(kName)).parent_path();
+    change.ReplaceBool(kName, false);
+    {
+        const TFullDisk full;
+        EXPECT_EQ(item.SetValue(change), B_OK);
+        EXPECT_EQ(item.SaveBool(false), -1);
+    }
+    {
+        const TReadOnlyFolder readOnly(folder);
+        EXPECT_EQ(item.SetValue(change), B_OK);
+        EXPECT_EQ(item.SaveBool(false), -1);
+    }
+    EXPECT_FALSE(IsFlat(item));
+    EXPECT_EQ(read_text(fFiles.PathOf(kName)), before);
+    EXPECT_EQ(file_names_in(folder), std::set<std::string>{std::string(kName) + ".arc"});
 }
 
 TEST_F(FlatToolBarTest, IsChosenByACheckBox) {

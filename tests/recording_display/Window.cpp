@@ -3,6 +3,7 @@
 #include <app/Message.h>
 #include <kernel/OS.h>
 
+#include "tests/recording_display/RecordingDisplay.h"
 #include "tests/recording_display/RecordingWindow.h"
 
 namespace recording {
@@ -214,6 +215,7 @@ void Window::_SendControl(ControlId id, BMessage& message) {
     }
     (void)message.AddInt32("control", id);
     (void)message.AddInt32("serial", serial);
+    (void)message.AddInt32("modifiers", static_cast<int32>(TheRecordingDisplay().Modifiers()));
     Send(message);
 }
 

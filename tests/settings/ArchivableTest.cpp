@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <support/TypeConstants.h>
 
+#include "tests/framework/FailingDisk.h"
 #include "tests/framework/TemporaryFolder.h"
 
 namespace {
@@ -101,6 +102,45 @@ TEST_F(ArchivableFileTest, AFileThatCannotBeWrittenIsMinusOne) {
     const std::string missing = fFolder / "missing/record.arc";
     EXPECT_EQ(Record().Save(BEntry(missing.c_str())), -1);
     EXPECT_EQ(Record().Save(BEntry()), -1);
+}
+
+TEST_F(ArchivableFileTest, OnAFullDiskTheOldFileStays) {
+    Record record;
+    ASSERT_EQ(record.Save(fEntry), 0);
+    const std::string before = read_text(fPath);
+    record.fText = std::string(100, 'n');
+    {
+        const TFullDisk full;
+        EXPECT_EQ(record.Save(fEntry), -1);
+    }
+    EXPECT_EQ(read_text(fPath), before);
+    EXPECT_EQ(file_names_in(fFolder.Path()), std::set<std::string>{"record.arc"});
+    EXPECT_EQ(record.Save(fEntry), 0);
+    Record read;
+    EXPECT_EQ(read.Load(fEntry), 0);
+    EXPECT_EQ(read.fText, record.fText);
+}
+
+TEST_F(ArchivableFileTest, OnAFullDiskThereIsNoFirstFile) {
+    {
+        const TFullDisk full;
+        EXPECT_EQ(Record().Save(fEntry), -1);
+    }
+    EXPECT_EQ(file_names_in(fFolder.Path()), std::set<std::string>{});
+}
+
+TEST_F(ArchivableFileTest, InAReadOnlyFolderTheOldFileStays) {
+    Record record;
+    ASSERT_EQ(record.Save(fEntry), 0);
+    const std::string before = read_text(fPath);
+    record.fNumber = 77;
+    {
+        const TReadOnlyFolder readOnly(fFolder.Path());
+        EXPECT_EQ(record.Save(fEntry), -1);
+        EXPECT_EQ(Record().Load(fEntry), 0);
+    }
+    EXPECT_EQ(read_text(fPath), before);
+    EXPECT_EQ(file_names_in(fFolder.Path()), std::set<std::string>{"record.arc"});
 }
 
 TEST_F(ArchivableFileTest, ARecordThatFailsLeavesAnEmptyFile) {

@@ -12,6 +12,8 @@
 
 #include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
+#include "iap/InterAppPrefs.h"
+#include "settings/PrefChoices.h"
 #include "tests/settings/PrefViewFixture.h"
 
 namespace {
@@ -87,10 +89,13 @@ TEST_F(PrefViewLabelsTest, FollowOnlyTheFormatOfTheHints) {
     Open();
     BMessage other(kMsgSharedItemChanged);
     (void)other.AddString(kFieldSharedItem, "FlatToolBar");
-    SetHints("\2(a)");
+    // The dialog is not told of this one, and must not find out by what it is told.
+    (void)gIAPs.SetString("AccKeyFormat2", "\2(a)");
     gPrefs.fCommentMargin = 77;
     Tell(other);
     Tell(BMessage(kMsgSharedItemChanged));
+    EXPECT_EQ(Label("CBoxEnableComment"), "Enable Comment");
+    SetHints("\2(a)");
     EXPECT_EQ(Label("CBoxEnableComment"), "Enable Comment(C)");
     EXPECT_EQ(TextOf("TxtCtrlCommentMargin"), "20");
 }
@@ -117,6 +122,20 @@ TEST_F(PrefViewLabelsTest, FollowTheLanguage) {
     EXPECT_EQ(ChoiceOf("MFieldCommentEncoding"), "JIS");
     EXPECT_EQ(ChoiceOf("MFieldDispOpt"), "Fit Window to Image");
     EXPECT_EQ(Label("CBoxEnableComment"), "Enable Comment(C)");
+}
+
+TEST_F(PrefViewLabelsTest, TheTitlesOfMenusFollowTheLanguage) {
+    recording::TheRecordingDisplay().SetFontFamilies({});
+    gPrefs.fCommentEncoding = kEncodingSeparator;
+    Open();
+    const auto title = [&](const char* field) {
+        return std::get<BPrivate::MenuFieldState>(fScreen->FindControl(field)->state).title;
+    };
+    EXPECT_EQ(title("Font: "), "Select...");
+    EXPECT_EQ(title("Encoding: "), "Select...");
+    SetLanguage("de");
+    EXPECT_EQ(title("Schriftart: "), "Auswählen...");
+    EXPECT_EQ(title("Zeichenkodierung: "), "Auswählen...");
 }
 
 TEST_F(PrefViewLabelsTest, NoTwoOfATabHaveOneKey) {

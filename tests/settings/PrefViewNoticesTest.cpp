@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "app/MessageCodes.h"
+#include "tests/framework/FailingDisk.h"
 #include "tests/settings/PrefViewFixture.h"
 
 namespace {
@@ -32,6 +33,36 @@ protected:
         Click("Enable Comment", 0);
     }
     bool IsHidden() { return !fScreen->IsShown(); }
+    std::filesystem::path Folder() const {
+        return std::filesystem::path(fHome.File("any")).parent_path();
+    }
+
+    /// Confirms a change and takes another one back while the disk fails, which lasts as long as
+    /// what `fail` makes.
+    template <typename Fail>
+    void ExpectSilenceWithout(Fail fail) {
+        Type("Margin: ", "7");
+        Click("OK");
+        const std::string before = read_text(fHome.File("Lorivane_Prefs.arc"));
+        ASSERT_FALSE(before.empty());
+        (void)Notices();
+        {
+            const auto failing = fail();
+            for (const char* button : {"OK", "Cancel"}) {
+                Reopen();
+                Type("Margin: ", button == std::string("OK") ? "8" : "9");
+                Click(button);
+                EXPECT_TRUE(IsHidden());
+                EXPECT_EQ(gPrefs.fCommentMargin, 8);
+                EXPECT_EQ(Notices(), Texts{"pcmc"});
+            }
+        }
+        EXPECT_EQ(read_text(fHome.File("Lorivane_Prefs.arc")), before);
+        EXPECT_EQ(file_names_in(Folder()), std::set<std::string>{"Lorivane_Prefs.arc"});
+        Reopen();
+        Click("OK");
+        EXPECT_EQ(Saved().fCommentMargin, 8);
+    }
 };
 
 const PrefViewNoticesTest::Texts kAllThatDiffer{
@@ -304,20 +335,14 @@ TEST_F(PrefViewNoticesTest, HearsWhileItIsHiddenToo) {
     EXPECT_EQ(ChoiceOf("MFieldDispOpt"), "Don't Fit Anything");
 }
 
-TEST_F(PrefViewNoticesTest, ADiskThatCannotBeWrittenIsSilent) {
+TEST_F(PrefViewNoticesTest, AFullDiskIsSilent) {
     Open();
-    Type("Margin: ", "7");
-    Click("OK");
-    Reopen();
-    // A folder stands where the new file would be made.
-    std::filesystem::remove_all(fHome / "config");
-    std::filesystem::create_directory(fHome / "config");
-    std::filesystem::permissions(fHome / "config", std::filesystem::perms::owner_read);
-    Type("Margin: ", "8");
-    Click("OK");
-    EXPECT_TRUE(IsHidden());
-    EXPECT_EQ(gPrefs.fCommentMargin, 8);
-    std::filesystem::permissions(fHome / "config", std::filesystem::perms::owner_all);
+    ExpectSilenceWithout([] { return std::make_unique<TFullDisk>(); });
+}
+
+TEST_F(PrefViewNoticesTest, AReadOnlyDiskIsSilent) {
+    Open();
+    ExpectSilenceWithout([this] { return std::make_unique<TReadOnlyFolder>(Folder()); });
 }
 
 TEST_F(PrefViewNoticesTest, TheKeysOfTheButtons) {

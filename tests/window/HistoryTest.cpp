@@ -11,6 +11,7 @@
 #include "app/MessageCodes.h"
 #include "framework/LocalText.h"
 #include "iap/InterAppPrefs.h"
+#include "tests/framework/FailingDisk.h"
 #include "tests/window/WindowFixture.h"
 
 namespace {
@@ -196,6 +197,20 @@ TEST_F(History, ForgetsEntriesThatAreSpelledInOtherWays) {
     EXPECT_EQ(Entries(), (Labels{"-", kDeleteAll}));
 }
 
+TEST_F(History, ForgetsEntriesThatCanBeNoFiles) {
+    const std::string tooLong = "/p/" + std::string(300, 'y');
+    WriteList({"/p/a", tooLong, "/q/" + std::string(300, 'y')});
+    Open();
+    Show();
+    Remove(tooLong);
+    EXPECT_EQ(Saved(), (Labels{"/q/" + std::string(300, 'y'), "/p/a"}));
+    BMessage nothing(kMsgRemoveHistory);
+    const entry_ref unset;
+    (void)nothing.AddRef("refs", &unset);
+    Do(nothing);
+    EXPECT_EQ(Saved().size(), 2U);
+}
+
 TEST_F(History, GoesOnWhereNothingCanBeSaved) {
     WriteList({"/p/old"});
     const std::filesystem::path folder = std::filesystem::path(ListFile()).parent_path();
@@ -210,6 +225,29 @@ TEST_F(History, GoesOnWhereNothingCanBeSaved) {
     std::ofstream(folder) << "in the way";
     Add("/p/newer");
     EXPECT_EQ(Entries(), (Labels{"newer(0)", "new(1)", "old(2)", "-", kDeleteAll}));
+}
+
+TEST_F(History, GoesOnWithAFullDiskAndInAReadOnlyFolder) {
+    WriteList({"/p/old"});
+    const std::string before = read_text(ListFile());
+    const std::filesystem::path folder = std::filesystem::path(ListFile()).parent_path();
+    Open();
+    Show();
+    {
+        const TFullDisk full;
+        Add("/p/new");
+    }
+    EXPECT_EQ(Entries(), (Labels{"new(0)", "old(1)", "-", kDeleteAll}));
+    EXPECT_EQ(read_text(ListFile()), before);
+    {
+        const TReadOnlyFolder readOnly(folder);
+        Add("/p/newer");
+    }
+    EXPECT_EQ(Entries(), (Labels{"newer(0)", "new(1)", "old(2)", "-", kDeleteAll}));
+    EXPECT_EQ(read_text(ListFile()), before);
+    EXPECT_EQ(file_names_in(folder), std::set<std::string>{"Lorivane_MRUFs.arc"});
+    Add("/p/newest");
+    EXPECT_EQ(Saved(), (Labels{"/p/newest", "/p/newer", "/p/new", "/p/old"}));
 }
 
 TEST_F(History, FollowsTheFormatOfTheHintsAndTheLanguage) {
@@ -331,6 +369,30 @@ TEST_F(History, AsksBeforeItForgetsAnEntryChosenWithControl) {
     // And did not open it, or it would be first.
     EXPECT_EQ(Entries(), (Labels{"new(0)", "-", kDeleteAll}));
     EXPECT_EQ(Saved(), (Labels{"/p/new"}));
+}
+
+// The window may still be busy then, with an image that takes its time.
+TEST_F(History, AsksWhenControlWasHeldAtTheChoice) {
+    WriteList({"/p/old", "/p/new"});
+    Open();
+    Show();
+    auto& display = recording::TheRecordingDisplay();
+    with_lock(fWindow, [&] {
+        display.SetModifiers(B_CONTROL_KEY);
+        EXPECT_TRUE(Choose("old(1)"));
+        display.SetModifiers(0);
+    });
+    const auto alert = Alert();
+    ASSERT_TRUE(alert);
+    Answer(alert, "No(N)");
+    EXPECT_EQ(Entries(), (Labels{"new(0)", "old(1)", "-", kDeleteAll}));
+
+    with_lock(fWindow, [&] {
+        EXPECT_TRUE(Choose("old(1)"));
+        display.SetModifiers(B_CONTROL_KEY);
+    });
+    EXPECT_TRUE(recording::WaitFor([&] { return Entries().front() == "old(0)"; }));
+    EXPECT_EQ(Saved(), (Labels{"/p/old", "/p/new"}));
 }
 
 }  // namespace

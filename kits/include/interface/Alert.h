@@ -1,5 +1,6 @@
 #pragma once
 
+#include <interface/InterfaceDefs.h>
 #include <interface/Window.h>
 #include <memory>
 #include <string>
@@ -16,13 +17,6 @@ enum alert_type {
     B_IDEA_ALERT,
     B_WARNING_ALERT,
     B_STOP_ALERT,
-};
-
-/// How wide the buttons of an alert are.
-enum button_width {
-    B_WIDTH_AS_USUAL = 0,
-    B_WIDTH_FROM_WIDEST,
-    B_WIDTH_FROM_LABEL,
 };
 
 enum button_spacing {

@@ -22,6 +22,10 @@ public:
     virtual void MakeDefault(bool isDefault);
     bool IsDefault() const { return fIsDefault; }
 
+    /// Shows it without edges, as in a tool bar; or with them. Not archived.
+    void SetFlat(bool flat);
+    bool IsFlat() const { return fIsFlat; }
+
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
 
@@ -29,4 +33,5 @@ private:
     class Peer;
 
     bool fIsDefault = false;
+    bool fIsFlat = false;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-// Keys, modifiers, mouse buttons and the colours of the desktop.
+// Keys, modifiers, mouse buttons, the colours of the desktop, and what several controls share.
 
 #include <interface/GraphicsDefs.h>
 #include <support/SupportDefs.h>
@@ -83,9 +83,9 @@ struct key_info {
 /// The keyboard now. Any thread. `B_BAD_VALUE` when `info` is null.
 status_t get_key_info(key_info* info);
 
-/// The modifier keys held now. Any thread. In a window's thread that handles a key or a mouse
-/// message: those that were held when it was made, so that a stroke is understood as it was meant
-/// however late it is handled.
+/// The modifier keys held now. Any thread. In a looper's thread that handles a key, a mouse message
+/// or the message of a menu item: those that were held when the user did that, so that it is
+/// understood as it was meant however late it is handled.
 uint32 modifiers();
 
 enum color_which {
@@ -118,6 +118,13 @@ enum : uint32 {
     B_LOCK_WINDOW_FOCUS = 0x00000001,
     B_SUSPEND_VIEW_FOCUS = 0x00000002,
     B_NO_POINTER_HISTORY = 0x00000004,  ///< of several waiting moves only the last is delivered
+};
+
+/// How wide the buttons of an alert and the tabs of a tab view are.
+enum button_width {
+    B_WIDTH_AS_USUAL = 0,
+    B_WIDTH_FROM_WIDEST,
+    B_WIDTH_FROM_LABEL,
 };
 
 /// What a move of the pointer did to a view.

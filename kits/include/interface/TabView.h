@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interface/Alert.h>
+#include <interface/InterfaceDefs.h>
 #include <interface/View.h>
 #include <memory>
 #include <string>
@@ -134,6 +134,7 @@ private:
     std::vector<std::unique_ptr<BTab>> fTabs;
     BView* fContainer = nullptr;  // a child
     int32 fSelection = -1;
+    int32 fShownByUser = -1;  // the tab that the strip shows already, while its page is fetched
     float fTabHeight = 0;
     button_width fTabWidth = B_WIDTH_AS_USUAL;
 };

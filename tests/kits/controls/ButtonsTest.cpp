@@ -77,6 +77,18 @@ TEST_F(ButtonsTest, AButtonShowsItsState) {
     EXPECT_EQ(OnScreen("button").place.name, "button");
 }
 
+TEST_F(ButtonsTest, AButtonMayBeFlat) {
+    BButton* button = AddButton("OK");
+    Show();
+    const auto isFlat = [this] { return std::get<ButtonState>(OnScreen("OK").state).flat; };
+    EXPECT_FALSE(isFlat());
+    fWindow.Do([&] { button->SetFlat(true); });
+    EXPECT_TRUE(isFlat());
+    EXPECT_TRUE(button->IsFlat());
+    fWindow.Do([&] { button->SetFlat(false); });
+    EXPECT_FALSE(isFlat());
+}
+
 TEST_F(ButtonsTest, OneButtonIsTheDefault) {
     BButton* first = AddButton("first");
     auto* second = new BButton(BRect(), "second", "second", nullptr);
@@ -160,6 +172,24 @@ TEST_F(ButtonsTest, OneOfTheRadioButtonsOfAParentIsOn) {
         EXPECT_EQ(bottom->Value(), B_CONTROL_OFF);
     });
     EXPECT_FALSE(StateOf<RadioButtonState>("Bottom").on);
+}
+
+TEST_F(ButtonsTest, OfTwoQuickClicksTheLastRadioButtonIsOn) {
+    BRadioButton* top = Add(Radio("Top"));
+    BRadioButton* bottom = Add(Radio("Bottom"));
+    bottom->SetValue(B_CONTROL_ON);
+    Show();
+    fWindow.Do([&] {
+        for (const char* name : {"Top", "Bottom"})
+            fWindow.Screen().SetValue(OnScreen(name).id, 1);
+    });
+    EXPECT_EQ(Received('rado').size(), 2U);
+    EXPECT_FALSE(StateOf<RadioButtonState>("Top").on);
+    EXPECT_TRUE(StateOf<RadioButtonState>("Bottom").on);
+    fWindow.Do([&] {
+        EXPECT_EQ(top->Value(), B_CONTROL_OFF);
+        EXPECT_EQ(bottom->Value(), B_CONTROL_ON);
+    });
 }
 
 TEST_F(ButtonsTest, RadioButtonsOfTheWindowItselfAreSiblings) {

@@ -67,6 +67,26 @@ TEST_F(TabViewTest, TheUserChoosesATab) {
     fWindow.Do([&] { EXPECT_EQ(fTabs->Selection(), 2); });
 }
 
+TEST_F(TabViewTest, OfTwoQuickChoicesTheLastCounts) {
+    Show();
+    fWindow.Do([&] {
+        for (const int32 index : {1, 2})
+            fWindow.Screen().ChooseTab(OnScreen("tabs").id, index);
+    });
+    fWindow.Settle();
+    EXPECT_EQ(Strip().selected, 2);
+    EXPECT_TRUE(IsOnScreen("third box"));
+    fWindow.Do([&] { EXPECT_EQ(fTabs->Selection(), 2); });
+}
+
+TEST_F(TabViewTest, AChoiceThatCannotBeIsTakenBack) {
+    fTabs->TabAt(1)->SetEnabled(false);
+    Show();
+    fWindow.Screen().ChooseTab(OnScreen("tabs").id, 1);
+    fWindow.Settle();
+    EXPECT_EQ(Strip().selected, 0);
+}
+
 TEST_F(TabViewTest, ADisabledTabIsOnlyForTheProgram) {
     fTabs->TabAt(1)->SetEnabled(false);
     EXPECT_EQ(Strip().disabled, std::vector<int32>{1});
@@ -237,10 +257,34 @@ TEST_F(TabViewTest, TabMovesFromTheStripIntoThePageAndOn) {
     EXPECT_TRUE(focused("after"));
 }
 
-TEST_F(TabViewTest, TheFocusLeavesWithItsPage) {
+TEST_F(TabViewTest, TheFocusLeavesWithItsPageAndTabBringsItBack) {
     fReceiver->FindView("first box")->MakeFocus();
     fTabs->Select(1);
     EXPECT_EQ(fReceiver->CurrentFocus(), nullptr);
+    Show();
+    auto& screen = fWindow.Screen();
+    const auto focus_after = [&](uint32 modifiers) {
+        screen.KeyDown(B_TAB, modifiers);
+        fWindow.Settle();
+        BView* view = nullptr;
+        fWindow.Do([&] {
+            view = fReceiver->CurrentFocus();
+            if (view != nullptr)
+                view->MakeFocus(false);
+        });
+        return view;
+    };
+    EXPECT_EQ(focus_after(B_CONTROL_KEY), nullptr);
+    EXPECT_EQ(Received(B_KEY_DOWN).size(), 1U);
+    EXPECT_EQ(focus_after(0), fTabs);
+    EXPECT_EQ(focus_after(B_SHIFT_KEY), fReceiver->FindView("second box"));
+    fWindow.Do([&] {
+        fTabs->Hide();
+        EXPECT_EQ(fReceiver->CurrentFocus(), nullptr);
+    });
+    // Where nobody wants it, it is a key as any other.
+    EXPECT_EQ(focus_after(0), nullptr);
+    EXPECT_EQ(Received(B_KEY_DOWN).size(), 2U);
 }
 
 TEST(TabViewArchive, IsMadeAgain) {

@@ -124,6 +124,19 @@ TEST_F(TextsTest, ATextThatIsSetIsNotTyped) {
     EXPECT_TRUE(Received('done').empty());
 }
 
+TEST_F(TextsTest, ATextThatIsSetTakesTheTypedOnesPlace) {
+    BTextControl* field = AddField();
+    field->MakeFocus();
+    Show();
+    Type("5");
+    fWindow.Do([&] {
+        field->SetText("12");
+        field->MakeFocus(false);
+    });
+    EXPECT_EQ(Received('modi').size(), 1U);
+    EXPECT_TRUE(Received('done').empty());
+}
+
 TEST_F(TextsTest, TheDividerIsTheMiddleOrTheLeftAtFirst) {
     BTextControl* field = AddField();
     EXPECT_EQ(field->Divider(), 99);
@@ -131,6 +144,16 @@ TEST_F(TextsTest, TheDividerIsTheMiddleOrTheLeftAtFirst) {
     EXPECT_EQ(StateOf<TextControlState>("Margin:").divider, 60);
     EXPECT_EQ(
         std::make_unique<BTextControl>(BRect(0, 0, 99, 20), "", "", "", nullptr)->Divider(), 0);
+}
+
+TEST_F(TextsTest, NumbersInArchivesThatMeanNothingAreIgnored) {
+    for (const int32 number : {-1, 3, 33559058}) {
+        BMessage archive;
+        archive.AddInt32("_style", number);
+        archive.AddInt32("_align", number);
+        EXPECT_EQ(BBox(&archive).Border(), B_FANCY_BORDER);
+        EXPECT_EQ(BStringView(&archive).Alignment(), B_ALIGN_LEFT);
+    }
 }
 
 TEST_F(TextsTest, AreMadeAgainFromTheirArchives) {

@@ -6,6 +6,13 @@ using namespace BPrivate;
 
 namespace desktop_test {
 
+namespace {
+
+// Answered when all that was sent before has been kept.
+constexpr uint32 kAreAllKept = 'kept';
+
+}  // namespace
+
 bool PumpUntil(const std::function<bool()>& condition) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!condition()) {
@@ -23,11 +30,17 @@ void Pump() {
 }
 
 void Recorder::DispatchMessage(BMessage* message, BHandler*) {
+    if (message->what == kAreAllKept) {
+        (void)message->SendReply(B_REPLY);
+        return;
+    }
     const std::lock_guard lock(fLock);
     fMessages.push_back(*message);
 }
 
 std::vector<BMessage> Recorder::All(uint32 what) const {
+    BMessage answer;
+    EXPECT_EQ(BMessenger(this).SendMessage(kAreAllKept, &answer), B_OK);
     const std::lock_guard lock(fLock);
     std::vector<BMessage> found;
     for (const BMessage& message : fMessages) {

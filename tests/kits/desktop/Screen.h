@@ -31,7 +31,7 @@ class Recorder : public BLooper {
 public:
     void DispatchMessage(BMessage* message, BHandler* handler) override;
 
-    /// The messages of that kind so far.
+    /// The messages of that kind that have been sent so far.
     std::vector<BMessage> All(uint32 what) const;
     /// The place of the last message of that kind among all; -1 when there is none.
     int IndexOf(uint32 what) const;

@@ -102,6 +102,10 @@ TEST_F(Controls, AButtonIsClicked) {
     Pump();
     EXPECT_FALSE(button->isDown());
     EXPECT_FALSE(button->isDefault());
+    EXPECT_FALSE(button->isFlat());
+    Set(4, ButtonState{"Save", false, false, true}, 12);
+    Pump();
+    EXPECT_TRUE(button->isFlat());
     EXPECT_EQ(Changes().size(), 1U);
 }
 
@@ -415,6 +419,8 @@ TEST(PreferredSizes, GrowWithTheLabel) {
     EXPECT_GT(width(StringViewState{"longer text"}), width(StringViewState{"x"}));
     EXPECT_GT(width(TextControlState{"A long label, very long", "", 0}),
         width(TextControlState{"x", "", 0}));
+    EXPECT_EQ(TheDisplay().PreferredSize(StringViewState{"a\nb\tc"}),
+        TheDisplay().PreferredSize(StringViewState{"a b c"}));
     EXPECT_GT(TheDisplay().PreferredSize(StringViewState{"x", B_ALIGN_LEFT, {"", 30}}).y,
         TheDisplay().PreferredSize(StringViewState{"x"}).y);
 }

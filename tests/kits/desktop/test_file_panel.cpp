@@ -193,6 +193,26 @@ TEST_F(FilePanel, GivesFilesFoldersAndLinksTogether) {
     EXPECT_THAT(Names(WaitTold("refs")), testing::UnorderedElementsAre("a.png", "sub", "link.png"));
 }
 
+TEST_F(FilePanel, LinksThatLeadNowhereAreLeftOnlyToThoseWhoAskForLinks) {
+    Show();
+    Click("broken");
+    EXPECT_EQ(Name().text().toStdString(), "broken");
+    // No size, as a folder.
+    const auto& details = *Dialog().findChild<QTreeView*>("treeView");
+    const auto sizeWidth = [&](const char* name) {
+        const QModelIndex size = RowOf(name).siblingAtColumn(1);
+        return details.itemDelegateForIndex(size)->sizeHint(QStyleOptionViewItem(), size).width();
+    };
+    EXPECT_EQ(sizeWidth("broken"), sizeWidth("sub"));
+    EXPECT_GT(sizeWidth("a.png"), sizeWidth("sub"));
+    Button(QDialogButtonBox::Open).click();
+    EXPECT_THAT(Names(WaitTold("refs")), testing::ElementsAre("broken"));
+    fState.flavors = B_FILE_NODE | B_DIRECTORY_NODE;
+    fScreen->Window().SetControl(1, fState, 2);
+    EXPECT_TRUE(PumpUntil([&] { return !RowOf("broken").isValid(); }));
+    EXPECT_TRUE(RowOf("link.png").isValid());
+}
+
 TEST_F(FilePanel, AFolderIsChosenBySelectingItAndEnteredByADoubleClick) {
     Show();
     Click("a.png");

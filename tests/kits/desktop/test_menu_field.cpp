@@ -71,8 +71,21 @@ protected:
         return items;
     }
 
+    /// The kits have got as far as the next of the choices, and mark the item.
+    void Answer(int32 item) {
+        fState.choice =
+            fScreen.Messages().All(kControlChanged).at(fAnswered++).GetInt32("choice", 0);
+        Mark(item);
+    }
+    void Mark(int32 item) {
+        for (MenuItemState& other : fState.items)
+            other.marked = other.id == item;
+        Set(fState);
+    }
+
     Screen fScreen;
     MenuFieldState fState;
+    size_t fAnswered = 0;
     int32 fSerial = 0;
     size_t fSettled = 0;
 };
@@ -145,6 +158,63 @@ TEST_F(MenuField, ArrowsAndLettersChooseAndPassOverWhatCannotBe) {
     Type(Qt::Key_Up);
     Type(Qt::Key_O);
     EXPECT_THAT(Chosen(), ElementsAre(15, 12, 11));
+}
+
+TEST_F(MenuField, AnAnswerToAnEarlierChoiceTakesNoStepBack) {
+    SetUsual();
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down})
+        Type(key);
+    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    Answer(11);
+    EXPECT_EQ(Shown(), "Three");
+    Type(Qt::Key_Up);
+    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15, 12));
+    Answer(12);
+    Answer(15);
+    EXPECT_EQ(Shown(), "Two");
+    Answer(12);
+    EXPECT_EQ(Shown(), "Two");
+}
+
+TEST_F(MenuField, TheAnswerToTheLastChoiceIsShown) {
+    SetUsual();
+    Type(Qt::Key_Up);
+    Type(Qt::Key_Down);
+    Type(Qt::Key_Down);
+    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    Answer(11);
+    Answer(12);
+    ASSERT_EQ(Shown(), "Three");
+    // Not what was chosen, but what the kits have made of it.
+    Answer(11);
+    EXPECT_EQ(Shown(), "One");
+    // From then on the program may move the mark.
+    Mark(12);
+    EXPECT_EQ(Shown(), "Two");
+}
+
+TEST_F(MenuField, AChoiceThatIsGoneIsNotWaitedFor) {
+    SetUsual();
+    Type(Qt::Key_Down);
+    ASSERT_THAT(Chosen(), ElementsAre(15));
+    fState.items.pop_back();
+    Set(fState);
+    EXPECT_EQ(Shown(), "Two");
+}
+
+TEST_F(MenuField, OneMadeAnewWaitsForNoAnswer) {
+    SetUsual();
+    Type(Qt::Key_Up);
+    Type(Qt::Key_Down);
+    Type(Qt::Key_Down);
+    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    Answer(11);
+    fScreen.Window().RemoveControl(kField);
+    Set(fState);
+    EXPECT_EQ(Shown(), "One");
+    Type(Qt::Key_Down);
+    Mark(11);
+    EXPECT_EQ(Shown(), "Two");
 }
 
 TEST_F(MenuField, KeepsTheMarkWhereTheKitsMoveIt) {

@@ -87,9 +87,51 @@ TEST_F(Menus, AnItemThatIsChosenIsTold) {
     const BMessage change = fScreen.Expect(kControlChanged);
     EXPECT_EQ(change.GetInt32("control", 0), kBar);
     EXPECT_EQ(change.GetInt32("item", 0), 3);
+    EXPECT_EQ(change.GetInt32("modifiers", -1), 0);
     EXPECT_FALSE(FirstMenu().isVisible());
     EXPECT_THAT(OpenTold(), ElementsAre(true, false));
     EXPECT_THAT(Chosen(), ElementsAre(3));
+}
+
+TEST_F(Menus, ALongLabelIsCutInItsMiddleAndToldWhole) {
+    for (const size_t length : {300, 1'000'000}) {
+        const std::string label = "a & b" + std::string(length, 'W') + "<i> & c(0)";
+        MenuItemState item = Item(2, label.c_str());
+        item.trigger = static_cast<int32>(label.size()) - 2;
+        item.shortcut = '0';
+        item.modifiers = B_COMMAND_KEY | B_SHIFT_KEY;
+        SetMenu({item, Item(3, "Short")});
+        Open(1);
+        const QString text = Entry(0).text();
+        EXPECT_TRUE(text.startsWith(QStringLiteral("a && bWW"))) << text.toStdString();
+        EXPECT_TRUE(text.contains(u'\u2026')) << text.toStdString();
+        EXPECT_TRUE(text.endsWith(QStringLiteral("W<i> && c(&0)"))) << text.toStdString();
+        EXPECT_LT(FirstMenu().width(), 800);
+        // As markup only where the text's own is none.
+        EXPECT_EQ(
+            Entry(0).toolTip().contains(QStringLiteral("W&lt;i&gt; &amp; c(0)")), length < 1000);
+        EXPECT_LT(Entry(0).toolTip().size(), 1000);
+        EXPECT_EQ(
+            QAccessible::queryAccessibleInterface(&Entry(0))->text(QAccessible::Name).toStdString(),
+            label);
+        EXPECT_TRUE(FirstMenu().toolTipsVisible());
+
+        SetMenu({Item(2, "No longer"), Item(3, "Short")});
+        EXPECT_EQ(Entry(0).text(), QStringLiteral("No longer"));
+        EXPECT_EQ(Entry(0).toolTip(), QStringLiteral("No longer"));  // which is not shown
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(&Entry(0))->text(QAccessible::Name),
+            QStringLiteral("No longer"));
+        FirstMenu().close();
+    }
+}
+
+TEST_F(Menus, AnItemTellsTheModifiersOfItsChoice) {
+    SetMenu({Item(2, "One"), Item(3, "Two")});
+    Open(1);
+    Type(Qt::Key_Return, Qt::AltModifier);
+    const BMessage change = fScreen.Expect(kControlChanged);
+    EXPECT_EQ(change.GetInt32("item", 0), 2);
+    EXPECT_EQ(change.GetInt32("modifiers", 0) & 0x47, B_CONTROL_KEY);
 }
 
 TEST_F(Menus, MarksAreThoseGivenAndNotThoseClicked) {

@@ -115,6 +115,17 @@ TEST_F(TabViews, ControlTabChangesTheTabFromAnyControl) {
     fScreen.Expect(B_KEY_DOWN);
 }
 
+TEST_F(TabViews, ControlTabChangesTheTabWithoutAnyControlFocusedToo) {
+    PressKey(fScreen.Widget(), {Qt::Key_PageDown, "", Qt::ControlModifier});
+    EXPECT_EQ(Strip().currentIndex(), 1);
+    PressKey(fScreen.Widget(), {Qt::Key_Tab, "\t", Qt::ControlModifier});
+    EXPECT_EQ(Strip().currentIndex(), 2);
+    fScreen.Expect(kControlChanged, 2);
+    PressKey(fScreen.Widget(), {Qt::Key_Tab, "\t"});
+    fScreen.Expect(B_KEY_DOWN);
+    EXPECT_EQ(fScreen.Messages().All(B_KEY_DOWN).size(), 1U);
+}
+
 TEST_F(TabViews, WhatTheKitsDrewIsSeenInThePane) {
     Present(0xff2080f0);
     const QImage picture = fScreen.Widget().grab().toImage();

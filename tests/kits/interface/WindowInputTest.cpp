@@ -95,6 +95,12 @@ TEST_F(WindowInput, ModifiersAreThoseOfTheMessage) {
     window.Settle();
     EXPECT_EQ(view->held, B_CONTROL_KEY);
     EXPECT_EQ(view->now, B_SHIFT_KEY);
+
+    BMessage chosen('ask ');  // as a menu's item sends it
+    (void)chosen.AddInt32("be:modifiers", B_OPTION_KEY);
+    window->PostMessage(&chosen, view);
+    window.Settle();
+    EXPECT_EQ(view->now, B_OPTION_KEY);
     recording::TheRecordingDisplay().SetModifiers(0);
 }
 

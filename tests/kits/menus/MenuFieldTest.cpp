@@ -76,6 +76,32 @@ TEST_F(MenuFieldTest, TheChosenItemIsMarkedAndSent) {
     EXPECT_FALSE(Shown().items[1].marked);
 }
 
+TEST_F(MenuFieldTest, EveryChoiceIsAnswered) {
+    BMenuField* field = AddField();
+    Show();
+    const auto choose = [&](int32 item, int32 choice) {
+        BMessage event(kControlChanged);
+        event.AddInt32("control", OnScreen("Format:").id);
+        event.AddInt32("serial", OnScreen("Format:").serial);
+        event.AddInt32("item", item);
+        event.AddInt32("choice", choice);
+        fWindow.Screen().Send(event);
+        fWindow.Settle();
+    };
+    choose(Shown().items[1].id, 5);
+    EXPECT_EQ(Shown().choice, 5);
+    EXPECT_TRUE(Shown().items[1].marked);
+    // Also one that changes nothing, for whatever reason.
+    choose(Shown().items[1].id, 6);
+    EXPECT_EQ(Shown().choice, 6);
+    choose(-77, 7);
+    EXPECT_EQ(Shown().choice, 7);
+    fWindow.Do([&] { field->SetEnabled(false); });
+    choose(Shown().items[0].id, 8);
+    EXPECT_EQ(Shown().choice, 8);
+    EXPECT_TRUE(Shown().items[1].marked);
+}
+
 TEST_F(MenuFieldTest, ADisabledOneIsNotChosenFrom) {
     BMenuField* field = AddField();
     Show();

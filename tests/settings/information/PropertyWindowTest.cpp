@@ -5,10 +5,12 @@
 #include <interface/Button.h>
 #include <interface/InterfaceDefs.h>
 #include <kernel/OS.h>
+#include <limits>
 #include <storage/Resources.h>
 
 #include "framework/FindChild.h"
 #include "settings/PropertyView.h"
+#include "tests/settings/BrokenLayout.h"
 #include "tests/settings/information/InformationFixture.h"
 
 namespace {
@@ -19,6 +21,21 @@ protected:
         return recording::WaitFor([&] { return !screen.IsOpen(); });
     }
     bool HasEnded() { return HasEnded(Screen()); }
+
+    status_t MakeAndEnd() const {
+        auto* window = new TPropertyWindow(BRect(0, 0, 99, 99), fImage.get());
+        const status_t status = window->InitCheck();
+        EXPECT_EQ(window->CountChildren(), status == B_OK ? 1 : 0);
+        const BRect bounds = window->Bounds();
+        EXPECT_TRUE(bounds.Width() >= 0 && bounds.Width() < 1e5F) << bounds.Width();
+        EXPECT_TRUE(bounds.Height() >= 0 && bounds.Height() < 1e5F) << bounds.Height();
+        EXPECT_TRUE(window->Lock());
+        window->Quit();
+        return status;
+    }
+
+    const std::unique_ptr<TImage> fImage = MakeImage(20, 10);
+    const TBrokenLayout fBroken{"PropertyViewRsrc", [this] { return MakeAndEnd(); }};
 };
 
 TEST_F(PropertyWindow, IsMadeFromTheProgramsOwnResource) {
@@ -30,6 +47,31 @@ TEST_F(PropertyWindow, IsMadeFromTheProgramsOwnResource) {
     uint32 launch = 99;
     std::memcpy(&launch, flags, sizeof(launch));
     EXPECT_EQ(launch, 0U);  // a second start hands its files to the first
+}
+
+TEST_F(PropertyWindow, IsMadeOfAWholeLayoutOnly) {
+    fBroken.ExpectOnlyAWholeOneIsTaken();
+}
+
+TEST_F(PropertyWindow, NeedsEveryViewOfItsClass) {
+    const std::vector<std::string> names = fBroken.Names();
+    EXPECT_EQ(names.size(), 11U);
+    fBroken.ExpectAllAreNeeded(names);
+    fBroken.ExpectNoneMayBeOf("BCheckBox", names);
+}
+
+TEST_F(PropertyWindow, MakesAbsurdFramesGood) {
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    for (const BRect frame : {BRect(), BRect(0, 0, 1e30F, 1e30F), BRect(none, none, none, none),
+             BRect(-5000, -5000, -6000, -6000), BRect(1e9F, 1e9F, 1e9F, 1e9F)}) {
+        BMessage layout(fBroken.Layout());
+        (void)layout.ReplaceRect("_frame", frame);
+        TBrokenLayout::Rewrite(&layout, [&](BMessage* view) {
+            (void)view->ReplaceRect("_frame", frame);
+            return true;
+        });
+        EXPECT_EQ(fBroken.InitWith(layout), B_OK);
+    }
 }
 
 TEST_F(PropertyWindow, TellsOfTheImage) {
