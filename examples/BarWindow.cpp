@@ -1,8 +1,8 @@
 #include "examples/BarWindow.h"
 
 #include "app/MessageCodes.h"
-#include "examples/BarButton.h"
 #include "framework/Accelerator.h"
+#include "framework/Adjust.h"
 #include "framework/LocalText.h"
 #include "iap/InterAppPrefs.h"
 
@@ -10,6 +10,7 @@
 #include <app/AppDefs.h>
 #include <app/Application.h>
 #include <cctype>
+#include <interface/Button.h>
 #include <interface/MenuBar.h>
 #include <interface/MenuItem.h>
 #include <interface/TextControl.h>
@@ -33,6 +34,7 @@ constexpr struct {
 };
 
 constexpr float kMargin = 8;
+constexpr float kButtonHeight = 24;
 constexpr float kTextHeight = 26;
 
 /// Plain letters only: what else there is stays.
@@ -64,7 +66,8 @@ TBarWindow::TBarWindow(BRect frame, const TInterAppPrefs& prefs)
     content->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     AddChild(content);
     for (const auto& command : kCommands) {
-        fButtons.push_back(new TBarButton(command.name, new BMessage(command.command)));
+        fButtons.push_back(new BButton(
+            BRect(0, 0, 0, kButtonHeight), command.name, "", new BMessage(command.command)));
         content->AddChild(fButtons.back());
     }
     fText = new BTextControl(BRect(kMargin, 0, frame.Width() - kMargin, kTextHeight), "Text", "",
@@ -115,7 +118,7 @@ void TBarWindow::CreateMenu() {
     for (const auto& command : kCommands)
         text->AddItem(new BMenuItem(label(command.name).c_str(), new BMessage(command.command)));
     fMenuBar->AddItem(text);
-    for (TBarButton* button : fButtons)
+    for (BButton* button : fButtons)
         button->SetLabel(label(button->Name()).c_str());
 }
 
@@ -123,13 +126,13 @@ void TBarWindow::SetLabels() {
     bool flat = true;
     (void)fPrefs.GetBool("FlatToolBar", &flat);
     float right = 0;
-    float bottom = 0;
-    for (TBarButton* button : fButtons) {
+    for (BButton* button : fButtons) {
         button->SetFlat(flat);
-        right = button->SetPlace(right + kMargin, kMargin);
-        bottom = button->Frame().bottom;
+        adjust_button_width(button);
+        button->MoveTo(right + kMargin, kMargin);
+        right = button->Frame().right;
     }
-    fText->MoveTo(kMargin, bottom + kMargin);
+    fText->MoveTo(kMargin, kMargin + kButtonHeight + kMargin);
     fText->ResizeTo(std::max(right - kMargin, Bounds().Width() - 2 * kMargin), kTextHeight);
     ResizeTo(std::max(right + kMargin, Bounds().Width()),
         fText->ConvertToParent(fText->Bounds()).bottom + kMargin + fText->Parent()->Frame().top);

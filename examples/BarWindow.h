@@ -4,9 +4,9 @@
 
 #include <vector>
 
+class BButton;
 class BMenuBar;
 class BTextControl;
-class TBarButton;
 class TInterAppPrefs;
 
 /// A line of text, and a bar of buttons that change its letters. The menu has the same commands.
@@ -28,6 +28,6 @@ private:
 
     const TInterAppPrefs& fPrefs;
     BMenuBar* fMenuBar;
-    std::vector<TBarButton*> fButtons;
+    std::vector<BButton*> fButtons;
     BTextControl* fText;
 };

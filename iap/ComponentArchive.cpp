@@ -5,7 +5,17 @@
 #include <app/Message.h>
 #include <cmath>
 #include <cstring>
+#include <interface/Box.h>
+#include <interface/Button.h>
+#include <interface/CheckBox.h>
+#include <interface/MenuField.h>
+#include <interface/MenuItem.h>
+#include <interface/PopUpMenu.h>
+#include <interface/RadioButton.h>
 #include <interface/Rect.h>
+#include <interface/Slider.h>
+#include <interface/StringView.h>
+#include <interface/TextControl.h>
 #include <string_view>
 
 namespace {
@@ -24,23 +34,26 @@ constexpr int32 kMaxHashMarks = 1000;
 
 enum class Kind { kUnknown, kContainer, kControl, kMenuField, kMenu, kMenuItem };
 
+// By their functions, so that they are there to be made also in a program that has none of them
+// itself.
 constexpr struct {
     std::string_view name;
     Kind kind;
+    instantiation_func make;
 } kClasses[] = {
-    {"BView", Kind::kContainer},
-    {"BBox", Kind::kContainer},
-    {"BButton", Kind::kControl},
-    {"BCheckBox", Kind::kControl},
-    {"BRadioButton", Kind::kControl},
-    {"BSlider", Kind::kControl},
-    {"BStringView", Kind::kControl},
-    {"BTextControl", Kind::kControl},
-    {"BMenuField", Kind::kMenuField},
-    {"BMenu", Kind::kMenu},
-    {"BPopUpMenu", Kind::kMenu},
-    {"BMenuItem", Kind::kMenuItem},
-    {"BSeparatorItem", Kind::kMenuItem},
+    {"BView", Kind::kContainer, BView::Instantiate},
+    {"BBox", Kind::kContainer, BBox::Instantiate},
+    {"BButton", Kind::kControl, BButton::Instantiate},
+    {"BCheckBox", Kind::kControl, BCheckBox::Instantiate},
+    {"BRadioButton", Kind::kControl, BRadioButton::Instantiate},
+    {"BSlider", Kind::kControl, BSlider::Instantiate},
+    {"BStringView", Kind::kControl, BStringView::Instantiate},
+    {"BTextControl", Kind::kControl, BTextControl::Instantiate},
+    {"BMenuField", Kind::kMenuField, BMenuField::Instantiate},
+    {"BMenu", Kind::kMenu, BMenu::Instantiate},
+    {"BPopUpMenu", Kind::kMenu, BPopUpMenu::Instantiate},
+    {"BMenuItem", Kind::kMenuItem, BMenuItem::Instantiate},
+    {"BSeparatorItem", Kind::kMenuItem, BSeparatorItem::Instantiate},
 };
 
 Kind kind_of(const BMessage& archive) {
@@ -49,7 +62,7 @@ Kind kind_of(const BMessage& archive) {
     if (archive.FindString("class", &name) != B_OK || archive.HasString("class", 1))
         return Kind::kUnknown;
     for (const auto& known : kClasses) {
-        if (known.name == name)
+        if (known.name == name && find_instantiation_func(name) == known.make)
             return known.kind;
     }
     return Kind::kUnknown;
@@ -75,6 +88,11 @@ bool all_fields(const BMessage& message, type_code type, Check check) {
     return true;
 }
 
+/// A number that archives have in two widths.
+int32 number_of(const BMessage& archive, const char* name) {
+    return archive.GetInt32(name, archive.GetInt16(name, 0));
+}
+
 bool has_sane_values(const BMessage& archive) {
     const bool texts = all_fields(archive, B_STRING_TYPE, [&](const char* name, int32 item) {
         const char* text = nullptr;
@@ -85,7 +103,7 @@ bool has_sane_values(const BMessage& archive) {
         return archive.FindFloat(name, item, &number) == B_OK && lies_within(number, kMaxNumber);
     });
     const float fontSize = archive.GetFloat("_fsize", 12.0F);
-    const int32 hashMarks = archive.GetInt32("_hashcount", 0);
+    const int32 hashMarks = number_of(archive, "_hashcount");
     return texts && numbers && fontSize > 0 && fontSize <= kMaxFontSize && hashMarks >= 0 &&
         hashMarks <= kMaxHashMarks;
 }

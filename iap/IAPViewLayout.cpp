@@ -20,7 +20,8 @@ constexpr float kButtonHeight = 22;
 constexpr float kBeforeCancel = 30;
 
 std::string label_of(const BView& control, const std::string& format) {
-    const TNamedLabel named = named_label(control.Name());
+    const char* name = control.Name();  // another application's may have none
+    const TNamedLabel named = named_label(name != nullptr ? name : "");
     return merge_accelerator_key(format, named.shortcut, be_locale->GetString(named.key.c_str()));
 }
 

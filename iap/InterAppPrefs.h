@@ -88,6 +88,8 @@ private:
     /// Null for none.
     TIAPItem* FindItem(const char* name) const;
     BMessenger OwnWindow() const;
+    /// As SendMessage(), and what became of it.
+    status_t Send(port_id port, BMessage* message) const;
 
     mutable std::mutex fLock;  // of everything below
     bool fWindowOpenedHere = false;

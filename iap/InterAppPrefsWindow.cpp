@@ -33,10 +33,11 @@ port_id wait_for_port(const TIAPWindow& window) {
 
 status_t TInterAppPrefs::ShowWindow(BRect frame) {
     port_id port = find_port(kIAPPortName);
-    if (port < B_OK && !OwnWindow().IsValid())
+    const bool isOpen = port >= B_OK || OwnWindow().IsValid();
+    BMessage request(kMsgActivateSharedWindow);
+    // The window's application may have ended since its port was found.
+    if (!isOpen || Send(port, &request) == B_BAD_PORT_ID)
         port = CreateAndShowWindow(frame);
-    else
-        (void)ActivateWindow(port);
     return AddComponents(port);
 }
 
@@ -85,18 +86,19 @@ status_t TInterAppPrefs::CloseWindow(bool force) const {
 }
 
 status_t TInterAppPrefs::SendMessage(port_id port, BMessage* message) const {
-    if (port < B_OK) {
-        (void)OwnWindow().SendMessage(message);
-        return B_OK;
-    }
-    const ssize_t size = message->FlattenedSize();
-    if (size <= 0)
-        return B_OK;
-    std::vector<char> buffer(static_cast<size_t>(size));
-    if (message->Flatten(buffer.data(), size) == B_OK)
-        (void)write_port_etc(
-            port, 0, buffer.data(), buffer.size(), B_RELATIVE_TIMEOUT, kWriteTimeout);
+    (void)Send(port, message);
     return B_OK;
+}
+
+status_t TInterAppPrefs::Send(port_id port, BMessage* message) const {
+    if (port < B_OK)
+        return OwnWindow().SendMessage(message);
+    const ssize_t size = message->FlattenedSize();
+    std::vector<char> buffer(static_cast<size_t>(size));
+    const status_t status = message->Flatten(buffer.data(), size);
+    return status != B_OK
+        ? status
+        : write_port_etc(port, 0, buffer.data(), buffer.size(), B_RELATIVE_TIMEOUT, kWriteTimeout);
 }
 
 BMessenger TInterAppPrefs::OwnWindow() const {

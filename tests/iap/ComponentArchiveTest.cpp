@@ -1,5 +1,6 @@
 #include "iap/ComponentArchive.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <interface/Box.h>
 #include <interface/Button.h>
@@ -10,6 +11,7 @@
 #include <interface/StringView.h>
 #include <interface/TextControl.h>
 #include <limits>
+#include <storage/File.h>
 
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
@@ -99,8 +101,31 @@ TEST(ComponentArchiveTest, EveryKindOfControlIsGood) {
     archive.AddMessage("_views", &slider);
     EXPECT_TRUE(is_component_archive(archive, kItem));
     slider.ReplaceInt32("_hashcount", INT32_MAX);
+    BMessage bad = archive;
+    bad.AddMessage("_views", &slider);
+    EXPECT_FALSE(is_component_archive(bad, kItem));
+    // Archives may have the number in 16 bits, too.
+    slider.RemoveName("_hashcount");
+    slider.AddInt16("_hashcount", 11);
+    archive.AddMessage("_views", &slider);
+    EXPECT_TRUE(is_component_archive(archive, kItem));
+    slider.ReplaceInt16("_hashcount", INT16_MAX);
     archive.AddMessage("_views", &slider);
     EXPECT_FALSE(is_component_archive(archive, kItem));
+}
+
+TEST(ComponentArchiveTest, ThoseOfOtherApplicationsAreGood) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(COMPONENTS)) {
+        BMessage archive;
+        BFile file(entry.path().c_str(), B_READ_ONLY);
+        ASSERT_EQ(archive.Unflatten(&file), B_OK) << entry.path();
+        archive.what = kMsgSharedItemChanged;
+        EXPECT_TRUE(is_component_archive(archive, archive.GetString("IAP:SrcIAPItem", "")))
+            << entry.path();
+        count++;
+    }
+    EXPECT_GE(count, 3);
 }
 
 TEST(ComponentArchiveTest, LimitsAreInclusive) {

@@ -100,6 +100,21 @@ TEST_F(IAPWindowTest, LeavesOutWhatIsNoComponent) {
     EXPECT_THAT(ComponentNames(), ElementsAre("Good"));
 }
 
+TEST_F(IAPWindowTest, AControlWithoutANameHasNoLabel) {
+    Open();
+    BMessage archive = check_box_archive("First", true);
+    change_part(archive, "_views", [](BMessage& box) {
+        (void)box.RemoveName("_name");
+        (void)box.ReplaceString("_label", "old");
+    });
+    BMessage request(kMsgAddSharedComponents);
+    for (int i = 0; i < 3; i++)
+        request.AddMessage("First", &archive);
+    Do(request);
+    EXPECT_THAT(ComponentNames(), ElementsAre("First"));
+    EXPECT_FALSE(HasLabel("old"));
+}
+
 TEST_F(IAPWindowTest, HasAnEndOfItsPatience) {
     Open();
     for (int i = 0; i < 50; i++)

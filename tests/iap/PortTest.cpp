@@ -112,6 +112,12 @@ TEST_F(IAPPortTest, FailsWhenThePortIsAnothers) {
     ASSERT_GT(other, 0);
     Open();
     EXPECT_TRUE(WaitFor([&] { return fWindow->Port() == -500; }));
+    TIAPPortManager manager{BMessenger(fView)};
+    ASSERT_EQ(manager.Resume(), B_OK);
+    int32 status = 0;
+    EXPECT_EQ(manager.Wait(&status), B_OK);
+    EXPECT_EQ(status, -1);
+    EXPECT_EQ(manager.Port(), -500);
     Quit();
     EXPECT_EQ(delete_port(other), B_OK);
 }
@@ -129,6 +135,18 @@ TEST_F(IAPPortTest, TakesTheRequestsOfTheProtocol) {
     write_bytes(fWindow->Port(), bytes_of(BMessage('_QRQ')));
     EXPECT_TRUE(WaitFor([&] { return !fScreen->IsShown(); }));
     EXPECT_TRUE(fScreen->IsOpen());
+}
+
+TEST_F(IAPPortTest, BytesThatAreNoMessageCountAsTheLastOneOnceMore) {
+    Open();
+    ASSERT_TRUE(WaitFor([&] { return fWindow->Port() > 0; }));
+    for (const std::string& bytes :
+        {bytes_of(BMessage(kMsgActivateSharedWindow)), std::string("no message"), std::string()}) {
+        Do(kMsgOK);
+        EXPECT_FALSE(fScreen->IsShown());
+        write_bytes(fWindow->Port(), bytes);
+        ASSERT_TRUE(WaitFor([&] { return fScreen->IsShown(); }));
+    }
 }
 
 TEST_F(IAPPortTest, TakesNothingElse) {
@@ -297,6 +315,27 @@ TEST_F(IAPPortTest, AskingForAWindowElsewhereSendsTwoRequests) {
     EXPECT_EQ(fStore.CloseWindow(true), B_OK);
     EXPECT_EQ(next_of(other).what, static_cast<uint32>('_QRQ'));
     EXPECT_EQ(delete_port(other), B_OK);
+}
+
+TEST_F(IAPPortTest, AWindowThatGoesWhileItIsAskedForIsOpenedHere) {
+    const port_id other = create_port(1, "ZELKANIAPPort");
+    write_bytes(other, "full");
+    const auto show = [](void* store) -> int32 {
+        return static_cast<TInterAppPrefs*>(store)->ShowWindow(BRect(100, 120, 700, 620));
+    };
+    const thread_id thread = spawn_thread(show, "asks", B_NORMAL_PRIORITY, &fStore);
+    (void)resume_thread(thread);
+    EXPECT_TRUE(WaitFor([&] {
+        thread_info info;
+        return get_thread_info(thread, &info) == B_OK && info.state == B_THREAD_WAITING;
+    }));
+    EXPECT_EQ(delete_port(other), B_OK);
+    int32 status = -1;
+    (void)wait_for_thread(thread, &status);
+    EXPECT_EQ(status, B_OK);
+    AdoptWindow();
+    EXPECT_GT(fWindow->Port(), 0);
+    EXPECT_TRUE(HasComponents({"AccKeyFormat2", "FlatToolBar"}));
 }
 
 TEST_F(IAPPortTest, TheSlowerOfTwoGivesItsWindowUp) {

@@ -50,12 +50,25 @@ def has_state(item, state):
     return item.get_state_set().contains(state)
 
 
+def label_of(item):
+    """Its name; that of the label beside it when it has one, since a list of choices is named
+    after the one it shows."""
+    for relation in item.get_relation_set():
+        if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+            item = relation.get_target(0)
+    return item.get_name().strip()
+
+
 def is_marked(item):
     return has_state(item, Atspi.StateType.CHECKED)
 
 
 def is_enabled(item):
     return has_state(item, Atspi.StateType.ENABLED)
+
+
+def is_expanded(item):
+    return has_state(item, Atspi.StateType.EXPANDED)
 
 
 def is_showing(item):

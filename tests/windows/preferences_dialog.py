@@ -50,6 +50,27 @@ class Dialog:
 
         return x11.wait_for(found, lambda: f"there is {name!r} in the dialog")
 
+    def wait_focused(self, name):
+        """Until what has that name has the keyboard, alone of all but the tabs."""
+        def focused():
+            try:
+                return [accessibility.label_of(item) for item in self.reader.all()
+                    if accessibility.has_state(item, accessibility.Atspi.StateType.FOCUSED)
+                    and item.get_role() not in (Role.PAGE_TAB, Role.FILLER, Role.LIST_ITEM)]
+            except accessibility.GONE:
+                return None
+
+        x11.wait_for(lambda: focused() == [name],
+            lambda: f"{name!r} has the keyboard, not {focused()}")
+
+    def choice(self, name):
+        """What a menu field shows."""
+        try:
+            return next((item.get_name() for item in self.reader.all()
+                if item.get_role() == Role.COMBO_BOX and accessibility.label_of(item) == name), None)
+        except accessibility.GONE:
+            return None
+
     def is_enabled(self, name, *roles):
         return accessibility.is_enabled(self.find(name, *roles))
 
@@ -104,7 +125,6 @@ class Dialog:
         self.viewer.wait_idle()
         self.screen.key("Home")
         for _step in range(index):
-            self.viewer.wait_idle()  # a step that comes before the last was seen is lost
             self.screen.key("Down")
 
     def select_row(self, name):

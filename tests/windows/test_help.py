@@ -2,6 +2,7 @@
 
 import os
 
+import accessibility
 from menu_test import MenuTest
 from viewer_test import PROGRAM, main, x11
 
@@ -9,10 +10,13 @@ from viewer_test import PROGRAM, main, x11
 class Help(MenuTest):
     """With one application on the desktop, which writes down what it is to open."""
 
+    language = "C.UTF-8"
+
     def environment(self):
         nothing = os.path.join(self.home, "nothing")
-        return {**super().environment(), "XDG_DATA_HOME": os.path.join(self.home, "data"),
-            "XDG_DATA_DIRS": nothing, "XDG_CONFIG_DIRS": nothing}
+        return {**super().environment(), "LC_ALL": self.language,
+            "XDG_DATA_HOME": os.path.join(self.home, "data"), "XDG_DATA_DIRS": nothing,
+            "XDG_CONFIG_DIRS": nothing}
 
     def at(self, viewer, index):
         viewer.wait_shown(f"p{index:03}.png")  # its colour tells nothing about help
@@ -38,17 +42,29 @@ class Help(MenuTest):
         except FileNotFoundError:
             return None
 
+    def assert_opened(self, name):
+        path = x11.wait_for(self.opened, "the application was started")
+        self.assertEqual(path, os.path.join(os.path.dirname(os.path.realpath(PROGRAM)), name))
+        self.assertTrue(os.path.isfile(path))
+
     def test_the_document_is_opened(self):
         self.install_reader()
         viewer = self.open()
         self.click("Help(H)")
         self.wait_open("Help(H)")
         self.click("Help(H)", "Help(H)")
-        path = x11.wait_for(self.opened, "the application was started")
-        self.assertEqual(path,
-            os.path.join(os.path.dirname(os.path.realpath(PROGRAM)), "ReadMe_Eng.txt"))
-        self.assertTrue(os.path.isfile(path))
+        self.assert_opened("ReadMe_Eng.txt")
         self.assert_clean(viewer)
+
+    def test_it_is_that_of_the_user_s_language(self):
+        self.install_reader()
+        for self.language, menu, name in (("de_DE.UTF-8", "Hilfe(H)", "ReadMe_Deu.txt"),
+                ("ja_JP.UTF-8", "ヘルプ(H)", "ReadMe_Jpn.txt")):
+            viewer = self.open()
+            accessibility.act(self.item(menu, menu), "Press")
+            self.assert_opened(name)
+            os.remove(os.path.join(self.home, "opened"))
+            self.assert_clean(viewer)
 
     def test_without_an_application_the_user_is_told(self):
         viewer = self.open()

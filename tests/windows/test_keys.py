@@ -36,6 +36,7 @@ class Keys(ViewerTest):
         self.pictures(COUNT)
         viewer = self.start(self.path(f"p{START:03}.png"))
         self.at(viewer, START)
+        viewer.wait_settled()
         return viewer
 
     def at(self, viewer, index):

@@ -5,6 +5,7 @@ import os
 import unittest
 
 import accessibility
+import preferences_dialog
 import settings_file
 from accessibility import Role
 from preferences_dialog import Dialog
@@ -143,7 +144,7 @@ class LiveChanges(PreferencesTest):
         dialog.tab("Etc.")
         dialog.choose("i", 0)
         self.viewer.window.activate()
-        left, top, _width, height = self.viewer.window.frame()
+        left, top, _width, height = self.viewer.wait_settled()
         self.viewer.window.move_resize(left, top, 520, height + 40)
         area = 510, 330
         x11.wait_for(lambda: self.viewer.window.frame()[2] == 520
@@ -289,6 +290,51 @@ class Buttons(PreferencesTest):
         self.wait_band(lambda band: band and band[0] == 7, "the margin is 7 all the same")
         with open(os.path.join(os.path.dirname(path) + ".old", "Lorivane_Prefs.arc"), "rb") as file:
             self.assertEqual(file.read(), before)
+        self.assert_clean(self.viewer)
+
+
+class Keyboard(PreferencesTest):
+    ORDER = ("Enable Comment(C)", "Top(T)", "Bottom(B)", "Margin(M):", "Padding(P):", "Font(F):",
+        "Size(S):", "Encoding(E):", FIELD, "LViewCommentFileExts", "Help(F1)", "Defaults(D)",
+        "Cancel", "OK")
+
+    def test_tab_goes_through_all_that_can_be_operated(self):
+        dialog = self.open()
+        for name in ("Comment", *self.ORDER, "Comment"):
+            dialog.screen.key("Tab")
+            dialog.wait_focused(name)
+        dialog.screen.key("Right")
+        dialog.find(preferences_dialog.PAGES["Colors"])
+        dialog.screen.key("Shift_L", "Tab")
+        dialog.wait_focused("OK")
+        self.assert_clean(self.viewer)
+
+    def test_the_tabs_change_whatever_has_the_keyboard(self):
+        dialog = self.open()
+        for key, page in (("Next", "Colors"), ("Tab", "Etc."), ("Prior", "Colors")):
+            dialog.screen.key("Control_L", key)
+            dialog.find(preferences_dialog.PAGES[page])
+        dialog.screen.key("Alt_L", "t")
+        dialog.wait_focused("Target(T):")
+        dialog.screen.key("Control_L", "Prior")
+        dialog.find(preferences_dialog.PAGES["Comment"])
+        self.assert_clean(self.viewer)
+
+    def test_quick_keys_are_not_lost(self):
+        dialog = self.open()
+        for _round in range(3):
+            dialog.screen.key("Alt_L", "e")
+            dialog.wait_focused("Encoding(E):")
+            for key in ("Home", "Down", "Down", "Down", "Up"):
+                dialog.screen.key(key)
+            x11.wait_for(lambda: dialog.choice("Encoding(E):") == "JIS", "JIS is chosen")
+            self.viewer.wait_idle()
+            self.assertEqual(dialog.choice("Encoding(E):"), "JIS")
+        for _step in range(2):
+            dialog.screen.key("Control_L", "Next")
+        dialog.find(preferences_dialog.PAGES["Etc."])
+        self.viewer.wait_idle()
+        dialog.find(preferences_dialog.PAGES["Etc."])
         self.assert_clean(self.viewer)
 
 

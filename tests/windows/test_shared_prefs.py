@@ -2,166 +2,18 @@
 
 import os
 import random
-import signal
 import struct
 import subprocess
-import tempfile
 import threading
 import zlib
 
 import accessibility
 from accessibility import Role
 from gi.repository import Gio, GLib
-from viewer_test import PROGRAM, ViewerTest, main, x11
-
-BAR = os.path.join(os.path.dirname(PROGRAM), "examples", "labelled_bar")
-TITLE = "ZELKAN Common Preferences"
-
-VIEWER_SIGNATURE = b"application/x-vnd.ZELKAN-Lorivane"
-BAR_SIGNATURE = b"application/x-vnd.ZELKAN-LabelledBar"
-
-# The file menu's label in each format, in the order of the list.
-SUFFIX, DASH, NONE = "File(F)", "F - File", "File"
-FORMATS = [SUFFIX, "F) File", "F・File", DASH, "separator", NONE]
-SAVED = {SUFFIX: b"\2(a)\0", DASH: b"\1a - \0", NONE: b"AccKeyFormat2\1\0\0\0\0"}
-
+from shared_prefs import (BAR_SIGNATURE, DASH, NONE, SUFFIX, TITLE, VIEWER_SIGNATURE, SharedPrefs)
+from viewer_test import PROGRAM, main, x11
 
 FOR_EVER = 2**64 - 1
-
-
-class Application:
-    """A running application and what a screen reader finds in it."""
-
-    def __init__(self, test, process):
-        self.test, self.process = test, process
-        self.reader = accessibility.Reader(self)
-
-    def common_window(self):
-        return next((window for window in self.test.screen.windows(self.process.pid)
-            if window.title() == TITLE), None)
-
-    def wait_common(self, shown=True):
-        x11.wait_for(lambda: (self.common_window() is not None) == shown,
-            f"{self.process.args[0]} shows the common window: {shown}")
-        return self.common_window()
-
-    def labels(self):
-        """Those of the menu bar."""
-        try:
-            return [item.get_name() for item in accessibility.entries(self.reader.menu_bar())]
-        except accessibility.GONE:
-            return []
-
-    def wait_label(self, label):
-        x11.wait_for(lambda: label in self.labels(),
-            lambda: f"there is a menu {label!r}; there are {self.labels()}")
-
-    def ask(self):
-        """Chooses the item that asks for the common window, whatever the hints are."""
-        def chosen():
-            try:
-                for menu in accessibility.entries(self.reader.menu_bar()):
-                    for item in accessibility.entries(menu):
-                        if "ZELKAN Common Preferences" in item.get_name():
-                            accessibility.act(item, "Press")
-                            return True
-            except accessibility.GONE:
-                pass  # it is being made anew
-            return False
-
-        x11.wait_for(chosen, "the menu has the item")
-
-    def named(self, part, role):
-        """The item of the common window whose name holds that."""
-        def find():
-            try:
-                return next((item for item in self.reader.all() if item.get_role() == role
-                    and part in (item.get_name() or "")), None)
-            except accessibility.GONE:
-                return None
-
-        return x11.wait_for(find, f"there is {part!r}")
-
-    def press(self, label):
-        accessibility.act(self.named(label, Role.PUSH_BUTTON), "Press")
-
-    def flat_box(self):
-        return self.named("Flat Tool Bar", Role.CHECK_BOX)
-
-    def click_flat(self):
-        self.test.screen.click(*accessibility.middle(self.flat_box()))
-
-    def choose(self, label):
-        """Another format, by the mouse."""
-        window = self.wait_common()
-        window.activate()
-        x11.wait_for(window.has_keys, "the common window has the keyboard")
-        self.named("Accelerator Format", Role.LABEL)
-        box = x11.wait_for(lambda: self.named("", Role.COMBO_BOX), "there is a list of formats")
-        self.test.screen.click(*accessibility.middle(box))
-        rows = accessibility.children(accessibility.children(box)[0])
-        row = rows[FORMATS.index(label)]
-        x11.wait_for(lambda: accessibility.is_showing(row)
-            and accessibility.extents(row)[0] > 0, "the list is open")
-        self.test.screen.click(*accessibility.middle(row))
-
-    def kill(self):
-        self.process.send_signal(signal.SIGKILL)
-        self.process.wait()
-
-
-class SharedPrefs(ViewerTest):
-    def environment(self):
-        return {**super().environment(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
-
-    def start_viewer(self):
-        viewer = self.start(focus=False)
-        return Application(self, viewer.process)
-
-    def start_bar(self):
-        errors = tempfile.TemporaryFile()
-        self.addCleanup(errors.close)
-        process = subprocess.Popen([BAR], env=self.environment(), cwd=self.folder,
-            stdin=subprocess.DEVNULL, stdout=errors, stderr=errors)
-        self.addCleanup(process.wait)
-        self.addCleanup(process.kill)
-        x11.wait_for(lambda: self.screen.windows(process.pid), "the bar's window appears", 30)
-        return Application(self, process)
-
-    def start_both(self):
-        viewer, bar = self.start_viewer(), self.start_bar()
-        for application in (viewer, bar):
-            application.wait_label(SUFFIX)
-        return viewer, bar
-
-    def shared_file(self, name):
-        path = os.path.join(self.settings, "ZELKAN", "Shared", name + ".arc")
-        try:
-            with open(path, "rb") as file:
-                return file.read()
-        except FileNotFoundError:
-            return b""
-
-    def wait_format(self, label, *applications):
-        for application in applications:
-            application.wait_label(label)
-
-    def wait_saved(self, label, signature):
-        """Only the application writes it whose component was used."""
-        x11.wait_for(lambda: SAVED[label] in self.shared_file("AccKeyFormat2")
-                and signature in self.shared_file("AccKeyFormat2"),
-            lambda: f"saved as {label!r}: {self.shared_file('AccKeyFormat2')}")
-
-    def wait_flat(self, owner, flat):
-        x11.wait_for(lambda: accessibility.is_marked(owner.flat_box()) == flat,
-            f"the box is marked: {flat}")
-
-    def bar_picture(self, bar):
-        """Of the buttons of the bar, which nothing covers."""
-        window = next(window for window in self.screen.windows(bar.process.pid)
-            if window.title() == "Labelled Bar")
-        left, top, width, _height = window.frame()
-        return b"".join(self.screen.picture(left, top + 22, width, 34).rows())
 
 
 class EitherOpens(SharedPrefs):
@@ -242,6 +94,46 @@ class Changes(SharedPrefs):
         self.wait_flat(viewer, True)
         x11.wait_for(lambda: self.bar_picture(bar) == flat, "the bar is flat")
 
+    def check_who_saves(self, owner, other, own, others):
+        """The format: who made the component that was used. The tool bar: everyone."""
+        owner.ask()
+        owner.wait_common()
+        owner.choose(DASH)
+        self.wait_format(DASH, owner, other)
+        owner.click_flat()
+        x11.wait_for(lambda: self.saved_flat() is False, "it is saved")
+        owner.front()
+        other.stop()
+        self.screen.key("Alt_L", "d")
+        self.wait_saved(SUFFIX, own)
+        x11.wait_for(lambda: self.saved_flat() and own in self.shared_file("FlatToolBar"),
+            "the owner saves")
+        other.go_on()
+        x11.wait_for(lambda: others in self.shared_file("FlatToolBar"), "the other saves, too")
+        # Of the format it has heard before.
+        self.assertIn(own, self.shared_file("AccKeyFormat2"))
+
+    def test_who_saves_what_the_viewer_changes(self):
+        viewer, bar = self.start_both()
+        self.check_who_saves(viewer, bar, VIEWER_SIGNATURE, BAR_SIGNATURE)
+
+    def test_who_saves_what_the_bar_changes(self):
+        viewer, bar = self.start_both()
+        self.check_who_saves(bar, viewer, BAR_SIGNATURE, VIEWER_SIGNATURE)
+
+    def test_a_screen_reader_uses_the_bar(self):
+        bar = self.start_bar()
+        bar.wait_label(SUFFIX)
+        for label in ("Upper Case(U)", "Lower Case(L)", "Capitals(C)"):
+            bar.named(label, Role.PUSH_BUTTON)
+        bar.press("Upper Case(U)")
+
+        def texts():
+            return [accessibility.Atspi.Text.get_text(item, 0, -1) for item in bar.reader.all()
+                if item.get_role() == Role.TEXT]
+
+        x11.wait_for(lambda: "THE QUICK BROWN FOX" in texts(), "the text is in upper case")
+
     def test_keys_and_the_close_box(self):
         viewer, bar = self.start_both()
         ends = [lambda window: self.screen.key("Escape"), lambda window: window.close()]
@@ -285,10 +177,22 @@ class Strangers(SharedPrefs):
     """Another program writes what it likes to the window's port."""
 
     @staticmethod
-    def message(what, fields=b"", count=0):
-        head = b"LMsg" + struct.pack("<HHI", 1, 0, 32 + len(fields))
+    def message(what, fields=b"", count=0, depth=0):
+        head = b"LMsg" + struct.pack("<HHI", 1, depth, 32 + len(fields))
         rest = what[::-1] + struct.pack("<I8x", count) + fields
         return head + struct.pack("<I", zlib.crc32(head + rest)) + rest
+
+    def component(self, name):
+        """The request to add one of tests/data/components."""
+        path = os.path.join(os.path.dirname(PROGRAM), "components", name + ".arcv")
+        with open(path, "rb") as file:
+            compiled = file.read()
+        (depth,), (count,) = (struct.unpack_from(*place) for place in
+            (("<H", compiled, 6), ("<I", compiled, 20)))
+        archive = self.message(b"_Sic", compiled[32:], count, depth)
+        field = b"GGSM" + struct.pack("<III", 3, 0, len(name)) + name.encode()
+        return self.message(b"iacr", field + (struct.pack("<I", len(archive)) + archive) * 3, 1,
+            depth + 1)
 
     def write_all(self, messages):
         bus = Gio.bus_get_sync(Gio.BusType.SESSION)
@@ -339,66 +243,88 @@ class Strangers(SharedPrefs):
         self.wait_format(SUFFIX, viewer, bar)
 
 
-class Ends(SharedPrefs):
-    def test_the_owner_is_killed(self):
-        viewer, bar = self.start_both()
-        viewer.ask()
-        viewer.wait_common()
-        viewer.choose(DASH)
-        self.wait_format(DASH, viewer, bar)
-        viewer.kill()
+    def test_a_component_of_controls_that_the_program_has_none_of(self):
+        bar = self.start_bar()
         bar.ask()
         bar.wait_common()
-        bar.choose(NONE)
-        bar.wait_label(NONE)
-        self.wait_saved(NONE, BAR_SIGNATURE)
-
-    def test_the_other_is_killed(self):
-        viewer, bar = self.start_both()
-        viewer.ask()
-        viewer.wait_common()
-        bar.ask()
-        bar.kill()
-        viewer.choose(DASH)
-        viewer.wait_label(DASH)
-        viewer.press("Cancel")
-        viewer.wait_label(SUFFIX)
-
-    def test_the_owner_quits_and_the_other_opens_it_again(self):
-        viewer, bar = self.start_both()
-        bar.ask()
-        bar.wait_common()
-        next(window for window in self.screen.windows(bar.process.pid)
-            if window.title() == "Labelled Bar").close()
-        self.assertEqual(bar.process.wait(20), 0)
-        viewer.ask()
-        viewer.wait_common()
-        viewer.choose(DASH)
-        viewer.wait_label(DASH)
+        self.write_all([self.component("Controls")])
+        for name, role in (("Box", Role.PANEL), ("Text", Role.LABEL), ("Slider(S)", Role.SLIDER)):
+            bar.named(name, role)
 
 
-class Alone(SharedPrefs):
+class ByKeys(SharedPrefs):
+    """Since a screen reader needs the bus."""
+
+    def common_window(self, viewer):
+        return next((window for window in self.screen.windows(viewer.process.pid)
+            if window.title() == TITLE), None)
+
+    def ask(self, viewer):
+        viewer.window.activate()
+        x11.wait_for(viewer.window.has_keys, "the viewer has the keyboard")
+        self.screen.key("Alt_L", "t")
+        viewer.wait_idle()
+        self.screen.key("s")
+        window = x11.wait_for(lambda: self.common_window(viewer), "the common window appears")
+        viewer.wait_idle()
+        window.activate()
+        x11.wait_for(window.has_keys, "the common window has the keyboard")
+
+    def change_flat(self, flat):
+        self.screen.key("Alt_L", "f")
+        x11.wait_for(lambda: self.saved_flat() == flat, f"flat is saved: {flat}")
+
+    def wait_hidden(self, viewer):
+        x11.wait_for(lambda: self.common_window(viewer) is None, "the common window is hidden")
+
+
+class Alone(ByKeys):
     def environment(self):
         return {**super().environment(), "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
 
     def test_without_a_session_bus(self):
         viewer = self.start(focus=True)
         viewer.wait_title("Lorivane")
-        self.screen.key("Alt_L", "t")
-        viewer.wait_idle()
-        self.screen.key("s")
-
-        def common():
-            return next((window for window in self.screen.windows(viewer.process.pid)
-                if window.title() == TITLE), None)
-
-        x11.wait_for(common, "the common window appears")
-        viewer.wait_idle()
-        common().activate()
-        self.screen.key("Alt_L", "f")
-        x11.wait_for(lambda: self.shared_file("FlatToolBar") != b"", "it is saved")
+        self.ask(viewer)
+        self.change_flat(False)
         self.screen.key("Escape")
-        x11.wait_for(lambda: common() is None, "it is hidden")
+        self.wait_hidden(viewer)
+        x11.wait_for(self.saved_flat, "it is as it was")
+        self.assert_clean(viewer)
+
+
+class BusEnds(ByKeys):
+    """A session bus of its own, which ends while the common window is open."""
+
+    def setUp(self):
+        super().setUp()
+        self.bus = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.addCleanup(self.bus.stdout.close)
+        self.addCleanup(self.end_bus)
+        self.address = self.bus.stdout.readline().decode().strip()
+
+    def environment(self):
+        return {**super().environment(), "DBUS_SESSION_BUS_ADDRESS": self.address}
+
+    def end_bus(self):
+        self.bus.kill()
+        self.bus.wait()
+
+    def test_the_window_goes_on_for_its_own_application(self):
+        viewer = self.start(focus=True)
+        viewer.wait_title("Lorivane")
+        self.ask(viewer)
+        self.end_bus()
+        self.change_flat(False)
+        self.screen.key("Return")
+        self.wait_hidden(viewer)
+        self.ask(viewer)
+        self.change_flat(True)
+        self.screen.key("Escape")
+        self.wait_hidden(viewer)
+        x11.wait_for(lambda: self.saved_flat() is False, "it is as it was at the last OK")
         self.assert_clean(viewer)
 
 

@@ -58,6 +58,20 @@ def place_of(color):
     return red | (green & 0xf) << 8, blue | green >> 4 << 8
 
 
+def sleeps(process):
+    """Whether each of the process's threads waits for something."""
+    tasks = f"/proc/{process}/task"
+    for task in os.listdir(tasks):
+        try:
+            with open(f"{tasks}/{task}/stat", encoding="utf-8", errors="replace") as file:
+                state = file.read().rpartition(")")[2].split()[0]
+        except OSError:
+            continue  # it has ended
+        if state != "S":
+            return False
+    return True
+
+
 class Viewer:
     """A running viewer and its main window."""
 
@@ -150,22 +164,14 @@ class Viewer:
         return self.screen.picture(left + x, top + y, 1, 1).at(0, 0) == tuple(color)
 
     def wait_idle(self):
-        """Until none of its threads has had anything to do for a while."""
+        """Until none of its threads has had anything to do for a while, nor the screen's server,
+        nor the window manager."""
+        processes = [self.process.pid, *os.environ.get("VIRTUAL_DESKTOP_PROCESSES", "").split()]
         quiet = 0
 
         def idle():
             nonlocal quiet
-            tasks = f"/proc/{self.process.pid}/task"
-            for task in os.listdir(tasks):
-                try:
-                    with open(f"{tasks}/{task}/stat", encoding="utf-8", errors="replace") as file:
-                        state = file.read().rpartition(")")[2].split()[0]
-                except OSError:
-                    continue  # it has ended
-                if state != "S":
-                    quiet = 0
-                    return False
-            quiet += 1
+            quiet = quiet + 1 if all(map(sleeps, processes)) else 0
             return quiet >= 20
 
         x11.wait_for(idle, "the viewer has nothing left to do")
