@@ -2,7 +2,6 @@
 // they need depends on the language, the format of the hints and the desktop's font.
 
 #include <algorithm>
-#include <cmath>
 #include <interface/Box.h>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
@@ -16,6 +15,7 @@
 #include <interface/Window.h>
 
 #include "framework/Adjust.h"
+#include "settings/Placing.h"
 #include "settings/PrefView.h"
 
 namespace {
@@ -29,25 +29,9 @@ constexpr float kListWidth = 120.0F;
 constexpr float kSampleWidth = 60.0F;
 constexpr float kButtonWidth = 74.0F;  // for buttons with a short label
 
-float preferred_width(BView* view) {
-    float width = 0;
-    view->GetPreferredSize(&width, nullptr);
-    return std::ceil(width);
-}
-
-float preferred_height(BView* view) {
-    float height = 0;
-    view->GetPreferredSize(nullptr, &height);
-    return std::ceil(height);
-}
-
-void place(BView* view, float left, float top, float width, float height) {
-    view->MoveTo(left, top);
-    view->ResizeTo(width, height);
-}
-
 void place(BView* view, float left, float top) {
-    place(view, left, top, preferred_width(view), preferred_height(view));
+    const BPoint size = preferred_size(view);
+    place(view, left, top, size.x, size.y);
 }
 
 /// Where the next view below begins.
@@ -69,7 +53,7 @@ void align_dividers(Fields*... fields) {
 float widest_button(std::initializer_list<BButton*> buttons) {
     float width = 0;
     for (BButton* button : buttons)
-        width = std::max(width, preferred_width(button));
+        width = std::max(width, preferred_size(button).x);
     return width;
 }
 
@@ -101,35 +85,35 @@ void TPrefView::FitDividers() {
 
 float TPrefView::NeededWidth() const {
     const float menus = std::max(
-        fMFieldCommentFontFace->Divider() + kFontWidth, preferred_width(fMFieldCommentEncoding));
-    const float extensions = std::max(preferred_width(fTxtCtrlAddCommentFileExt),
+        fMFieldCommentFontFace->Divider() + kFontWidth, preferred_size(fMFieldCommentEncoding).x);
+    const float extensions = std::max(preferred_size(fTxtCtrlAddCommentFileExt).x,
         widest_button({fButtonAddCommentFileExt, fButtonRemoveCommentFileExt}));
     const float buttons =
         4 * (widest_button({fButtonHelp, fButtonDefaults, fButtonCancel, fButtonOK}) + kGap);
     return std::max({
-        preferred_width(fCBoxEnableComment),
-        preferred_width(fRButtonCommentAlignTop) + kColumnGap +
-            preferred_width(fRButtonCommentAlignBottom) + 2 * kMargin,
-        menus + kColumnGap + preferred_width(fTxtCtrlCommentFontSize),
+        preferred_size(fCBoxEnableComment).x,
+        preferred_size(fRButtonCommentAlignTop).x + kColumnGap +
+            preferred_size(fRButtonCommentAlignBottom).x + 2 * kMargin,
+        menus + kColumnGap + preferred_size(fTxtCtrlCommentFontSize).x,
         extensions + kGap + kListWidth,
-        preferred_width(fMFieldColTarget) + kGap + kSampleWidth,
-        preferred_width(fColCtrlCol),
-        preferred_width(fSliderColAlpha),
-        preferred_width(fMFieldDispOpt),
-        preferred_width(fCBoxEnablePreload),
+        preferred_size(fMFieldColTarget).x + kGap + kSampleWidth,
+        preferred_size(fColCtrlCol).x,
+        preferred_size(fSliderColAlpha).x,
+        preferred_size(fMFieldDispOpt).x,
+        preferred_size(fCBoxEnablePreload).x,
         buttons,
     });
 }
 
 float TPrefView::FitCommentPage(float width) {
     const float right = kMargin + width;
-    const float row = std::max({preferred_height(fTxtCtrlCommentMargin),
-        preferred_height(fMFieldCommentEncoding), preferred_height(fButtonAddCommentFileExt)});
+    const float row = std::max({preferred_size(fTxtCtrlCommentMargin).y,
+        preferred_size(fMFieldCommentEncoding).y, preferred_size(fButtonAddCommentFileExt).y});
     place(fCBoxEnableComment, kMargin, kMargin);
 
     // The box's own label stands above the buttons and is about as high.
     constexpr float kLabelGap = 4.0F;
-    place(fRButtonCommentAlignTop, kMargin, preferred_height(fRButtonCommentAlignTop) + kLabelGap);
+    place(fRButtonCommentAlignTop, kMargin, preferred_size(fRButtonCommentAlignTop).y + kLabelGap);
     place(fRButtonCommentAlignBottom, fRButtonCommentAlignTop->Frame().right + kColumnGap,
         fRButtonCommentAlignTop->Frame().top);
     place(fBoxCommentAlign, kMargin, below(fCBoxEnableComment), width,
@@ -137,9 +121,10 @@ float TPrefView::FitCommentPage(float width) {
 
     // Two columns: the fields of the second end where the page does.
     const float second = right -
-        std::max(preferred_width(fTxtCtrlCommentPadding), preferred_width(fTxtCtrlCommentFontSize));
+        std::max(
+            preferred_size(fTxtCtrlCommentPadding).x, preferred_size(fTxtCtrlCommentFontSize).x);
     float top = below(fBoxCommentAlign);
-    place(fTxtCtrlCommentMargin, kMargin, top, preferred_width(fTxtCtrlCommentMargin), row);
+    place(fTxtCtrlCommentMargin, kMargin, top, preferred_size(fTxtCtrlCommentMargin).x, row);
     place(fTxtCtrlCommentPadding, second, top, right - second, row);
     top = below(fTxtCtrlCommentMargin);
     place(fMFieldCommentFontFace, kMargin, top, second - kColumnGap - kMargin, row);
@@ -162,12 +147,12 @@ float TPrefView::FitCommentPage(float width) {
 }
 
 float TPrefView::FitColorPage(float width) {
-    const float row = preferred_height(fMFieldColTarget);
-    place(fMFieldColTarget, kMargin, kMargin, preferred_width(fMFieldColTarget), row);
+    const float row = preferred_size(fMFieldColTarget).y;
+    place(fMFieldColTarget, kMargin, kMargin, preferred_size(fMFieldColTarget).x, row);
     const float sample = right_of(fMFieldColTarget);
     place(fBoxColSample, sample, kMargin, kMargin + width - sample, row);
-    place(fColCtrlCol, kMargin, below(fMFieldColTarget), width, preferred_height(fColCtrlCol));
-    place(fSliderColAlpha, kMargin, below(fColCtrlCol), width, preferred_height(fSliderColAlpha));
+    place(fColCtrlCol, kMargin, below(fMFieldColTarget), width, preferred_size(fColCtrlCol).y);
+    place(fSliderColAlpha, kMargin, below(fColCtrlCol), width, preferred_size(fSliderColAlpha).y);
     return fSliderColAlpha->Frame().bottom;
 }
 
@@ -181,7 +166,7 @@ void TPrefView::FitButtons(BRect above) {
     const float width = std::max(
         kButtonWidth, widest_button({fButtonHelp, fButtonDefaults, fButtonCancel, fButtonOK}));
     // Styles give the default button another size.
-    const float height = std::max(preferred_height(fButtonHelp), preferred_height(fButtonOK));
+    const float height = std::max(preferred_size(fButtonHelp).y, preferred_size(fButtonOK).y);
     const float top = above.bottom + kGap;
     place(fButtonHelp, above.left, top, width, height);
     place(fButtonDefaults, right_of(fButtonHelp), top, width, height);

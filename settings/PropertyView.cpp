@@ -4,7 +4,6 @@
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <app/Messenger.h>
-#include <cmath>
 #include <interface/Bitmap.h>
 #include <interface/Button.h>
 #include <interface/InterfaceDefs.h>
@@ -19,6 +18,7 @@
 #include "framework/FindChild.h"
 #include "framework/LanguageChangedFilter.h"
 #include "settings/FormatNum.h"
+#include "settings/Placing.h"
 #include "viewer/Image.h"
 #include "viewer/StatusView.h"
 
@@ -32,18 +32,6 @@ enum { kFileNameRow, kFolderRow, kKindRow, kSizeRow, kMemoryRow };
 constexpr const char* kRowNames[] = {"FileName", "FolderName", "Kind", "Size", "Memory"};
 constexpr const char* LKK_STRVIEW_PROPERTY[] = {
     "File Name: ", "Folder: ", "Format: ", "Size: ", "Memory Usage: "};
-
-void place(BView* view, float left, float top, float width, float height) {
-    view->MoveTo(left, top);
-    view->ResizeTo(width, height);
-}
-
-BPoint preferred_size(BView* view) {
-    float width = 0;
-    float height = 0;
-    view->GetPreferredSize(&width, &height);
-    return BPoint(std::ceil(width), std::ceil(height));
-}
 
 }  // namespace
 
