@@ -5,6 +5,7 @@ that shows none for a while is saved as it is, and that is said."""
 
 import subprocess
 import sys
+import time
 
 import png
 import x11
@@ -12,6 +13,15 @@ import x11
 SECONDS_TO_OPEN = 30
 SECONDS_TO_SHOW = 15
 SECONDS_TO_CLOSE = 15
+# The title comes before the image, and the image before the size that it gives the window.
+SECONDS_AT_REST = 1
+
+# What the menu bar has at most, and the status bar with a scroll bar above it.
+TOP = 40
+BOTTOM = 28
+# Where the first text of the status bar stands: the position in the folder.
+STATUS_HEIGHT = 14
+STATUS_WIDTH = 40
 
 
 def main():
@@ -29,6 +39,30 @@ def main():
         program.wait()
 
 
+def shows_image(title, picture):
+    """Whether there is more than the title: an image may be of one colour, and the status bar,
+    which is written only for an image, may be below the screen."""
+    image = picture.part(0, TOP, picture.width, picture.height - TOP - BOTTOM)
+    status = picture.part(0, picture.height - STATUS_HEIGHT, STATUS_WIDTH, STATUS_HEIGHT)
+    return title.endswith(" - Lorivane") and not (image.is_uniform() and status.is_uniform())
+
+
+class Rest:
+    """Watches a window until it has not changed for a while."""
+
+    def __init__(self, window, clock=time.monotonic):
+        self.window, self.clock = window, clock
+        self.last, self.since = None, clock()
+
+    def picture(self):
+        """The picture of the window at rest, or None as long as it is not."""
+        frame, picture = self.window.frame(), self.window.picture()
+        state = frame, picture.data
+        if state != self.last:
+            self.last, self.since = state, self.clock()
+        return picture if self.clock() - self.since >= SECONDS_AT_REST else None
+
+
 def show(screen, program, target):
     def opened():
         if program.poll() is not None:
@@ -36,24 +70,21 @@ def show(screen, program, target):
         windows = screen.windows(program.pid)
         return windows[0] if windows else None
 
-    def shown():
-        opened()
-        return window.title().endswith(" - Lorivane") and not window.picture().is_uniform()
+    window = x11.wait_for(opened, "the viewer opens its window", SECONDS_TO_OPEN)
+    rest = Rest(window)
 
     def settled():
-        # Twice the same: the window manager and the viewer have come to rest.
-        before = window.picture()
-        after = window.picture()
-        return after if before.data == after.data else None
+        opened()
+        picture = rest.picture()
+        return picture if picture and shows_image(window.title(), picture) else None
 
-    window = x11.wait_for(opened, "the viewer opens its window", SECONDS_TO_OPEN)
     try:
-        x11.wait_for(shown, "the window shows a picture", SECONDS_TO_SHOW)
+        picture = x11.wait_for(settled, "the window shows a picture", SECONDS_TO_SHOW)
     except x11.Timeout:
         if program.poll() is not None:
             raise
         print("The viewer shows no picture.", file=sys.stderr)
-    picture = x11.wait_for(settled, "the window has come to rest", SECONDS_TO_SHOW)
+        picture = window.picture()
     with open(target, "wb") as file:
         file.write(png.encode(picture.width, picture.height, list(picture.rows())))
     window.close()

@@ -57,6 +57,9 @@ children+=($!)
 managed() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
 await 20 managed || { cat "$place/openbox.log" >&2; die "the window manager did not start"; }
 
+# For those who wait until nobody on it has anything to do.
+export VIRTUAL_DESKTOP_PROCESSES="${children[*]}"
+
 status=0
 "$@" || status=$?
 exit $status

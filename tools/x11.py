@@ -39,6 +39,12 @@ class Picture:
         blue, green, red = self.data[start:start + 3]
         return red, green, blue
 
+    def part(self, left, top, width, height):
+        """An area of it that lies within."""
+        starts = (((top + row) * self.width + left) * 4 for row in range(height))
+        return Picture(width, height,
+            b"".join(self.data[start:start + width * 4] for start in starts))
+
     def is_uniform(self):
         pixels = memoryview(self.data).cast("I")
         return all(pixel == pixels[0] for pixel in pixels[::7])

@@ -12,8 +12,6 @@
 #include <storage/Entry.h>
 #include <support/DataIO.h>
 
-using BPrivate::MessageField;
-
 ssize_t BMessage::FlattenedSize() const {
     return ssize_t(BPrivate::FlattenedSize(fFields));
 }

@@ -69,11 +69,11 @@
     </message>
     <message>
         <source>Scale Image to Window Width</source>
-        <translation>画像をウィンドウの幅に拡大縮小</translation>
+        <translation>画像をウィンドウの幅に合わせて拡大縮小</translation>
     </message>
     <message>
         <source>Scale Image to Window Height</source>
-        <translation>画像をウィンドウの高さに拡大縮小</translation>
+        <translation>画像をウィンドウの高さに合わせて拡大縮小</translation>
     </message>
     <message>
         <source>Enable Comment</source>

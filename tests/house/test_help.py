@@ -5,6 +5,7 @@
 where BUILD is the folder of the built program, which finds the documents beside itself.
 """
 
+import collections
 import glob
 import os
 import re
@@ -35,13 +36,19 @@ KEYS = {
 COMMAND = {"en": "Ctrl", "de": "Strg", "ja": "Ctrl"}
 # Shortcuts that every window of the kits has.
 SHORTCUTS_OF_WINDOWS = {"W", "Q"}
-PREFERENCES = [
-    "Enable Comment", "Position", "Top", "Bottom", "Margin: ", "Padding: ", "Font: ", "Size: ",
-    "Extension of Comment File: ", "Encoding: ", "Shift-JIS", "JIS", "Auto Detect", "Colors",
-    "Target: ", "Backgrounds", "Opacity", "Etc.", "Display Option: ", "Enable Pre-load", "OK",
-    "Cancel", "Defaults", "ZELKAN Common Preferences", "Accelerator Format: ", "(None)",
-    "Flat Tool Bar",
-]
+SHIFT = {"en": "Shift", "de": "Umschalt", "ja": "Shift"}
+# What no table of the sources has: the wheel, and the first menu's key.
+WHEEL = {"en": "Mouse wheel", "de": "Mausrad", "ja": "マウスホイール"}
+FIRST_MENU = "F10"
+# The buttons of the preferences do not have a line each.
+BUTTONS = {"Add >>", "<< Remove", "Help", "Defaults", "Cancel", "OK"}
+# What else the part about preferences has to name.
+CHOICES = ["Top", "Bottom", "Shift-JIS", "JIS", "Auto Detect", "Backgrounds", "(None)", "OK",
+    "Cancel", "Defaults"]
+SHARED_PREFERENCES = ["Accelerator Format: ", "Flat Tool Bar"]
+
+# The parts of a document, which are the same in every language.
+TITLE, OPENING, KEYS_PART, MENUS, COMMENTS, HISTORY, PREFERENCES, FILES, LANGUAGE, LIMITS = range(10)
 
 
 def read(*path):
@@ -78,6 +85,28 @@ def view_keys():
         "viewer", "LorivaneViewKeys.cpp"), re.M))
 
 
+def preference_labels():
+    labels = re.findall(r'SetLabel\((?:labels|be_locale->GetString)\("([^"]+)"',
+        read("settings", "PrefViewLabels.cpp"))
+    return [label for label in labels if label not in BUTTONS] + SHARED_PREFERENCES
+
+
+def parts_of(text):
+    """The parts of a document, without their headings."""
+    return re.split(r"^\S.*\n(?:=+|-+)\n", text, flags=re.M)[1:]
+
+
+def entries_of(part):
+    """What the lines of a part are about: what stands at the beginning of a line, or indented by
+    two blanks and before two more."""
+    entries = collections.Counter()
+    for line in part.splitlines():
+        found = re.match(r"(?:  )?(\S.*?)(?:  |$)", line)
+        if found and not line.startswith("   "):
+            entries.update(name.split(" / ")[-1] for name in re.split(", |、", found.group(1)))
+    return entries
+
+
 def plain(label):
     """A label without what only decorates its end."""
     return re.sub(r"(\.\.\.|\s*\[.*\]|[:：]\s*|\s+)$", "", label)
@@ -102,16 +131,20 @@ class HelpDocuments(unittest.TestCase):
         self.texts = {language: read("resources/help", name)
             for language, name in self.names.items()}
 
-    def assertTells(self, language, words):
-        text = squeezed(self.texts[language], language)
-        words = squeezed(words, language)
-        # Letters of other words do not count, where words have ends.
-        pattern = re.escape(words) if language == "ja" else rf"(?<!\w){re.escape(words)}(?!\w)"
-        self.assertRegex(text, pattern, f"{self.names[language]} does not tell of it")
+    def part(self, language, number):
+        return parts_of(self.texts[language])[number]
+
+    def assertHasEntries(self, language, number, names):
+        missing = collections.Counter(names) - entries_of(self.part(language, number))
+        self.assertFalse(missing, f"{self.names[language]} does not tell of them")
 
     def test_every_language_has_its_own(self):
         self.assertEqual(set(self.names), {"de", "en", "ja"})
         self.assertEqual(len(set(self.names.values())), len(self.names))
+
+    def test_have_the_same_parts(self):
+        for language, text in self.texts.items():
+            self.assertEqual(len(parts_of(text)), LIMITS + 1, self.names[language])
 
     def test_no_document_is_left_over(self):
         there = {os.path.basename(path)
@@ -128,43 +161,55 @@ class HelpDocuments(unittest.TestCase):
     def test_tell_of_every_key(self):
         keys = {a or b for a, b in view_keys()}
         self.assertEqual(keys, set(KEYS), "the table of names here is not that of the viewer")
+        letters = re.findall(r"case '(\w)'", read("viewer", "LorivaneViewKeys.cpp"))
+        self.assertTrue(letters)
         for language in self.texts:
-            for key in keys:
-                self.assertTells(language, KEYS[key][language])
-            for letter in re.findall(r"case '(\w)'", read("viewer", "LorivaneViewKeys.cpp")):
-                self.assertTells(language, letter.upper())
+            names = {KEYS[key][language] for key in keys} | {letter.upper() for letter in letters}
+            self.assertHasEntries(language, KEYS_PART, names | {WHEEL[language], FIRST_MENU})
 
     def test_tell_of_every_shortcut(self):
         shortcuts = menu_shortcuts()
         self.assertTrue({"F", "L", "I", "P", "O"} <= shortcuts)
         for language in self.texts:
-            for letter in shortcuts | SHORTCUTS_OF_WINDOWS:
-                self.assertTells(language, f"{COMMAND[language]}+{letter}")
+            command = COMMAND[language]
+            self.assertHasEntries(language, KEYS_PART,
+                [f"{command}+{letter}" for letter in shortcuts | SHORTCUTS_OF_WINDOWS])
+            for number in "09":
+                self.assertIn(
+                    f"{command}+{SHIFT[language]}+{number}", self.part(language, KEYS_PART))
 
     def test_tell_of_every_menu_entry(self):
         keys = menu_keys()
         self.assertGreater(len(keys), 20)
         for language, texts in self.catalogues.items():
-            for key in keys:
-                self.assertTells(language, plain(texts.get(key, key)))
+            self.assertHasEntries(
+                language, MENUS, [plain(texts.get(key, key)) for key in keys])
 
     def test_tell_of_every_preference(self):
+        labels = preference_labels()
+        self.assertGreater(len(labels), 15)
         for language, texts in self.catalogues.items():
-            for key in PREFERENCES:
+            # Of two buttons in a box, the box's entry tells.
+            self.assertHasEntries(language, PREFERENCES, [plain(texts.get(label, label))
+                for label in labels if label not in CHOICES])
+            part = squeezed(self.part(language, PREFERENCES), language)
+            for key in CHOICES:
                 if language != "en":
                     self.assertIn(key, texts, "no such text any more")
-                self.assertIn(squeezed(plain(texts.get(key, key)), language),
-                    squeezed(self.texts[language], language), self.names[language])
+                self.assertIn(squeezed(plain(texts.get(key, key)), language), part,
+                    self.names[language])
 
     def test_tell_of_every_file_that_is_written(self):
         files = set()
         for folder in ("app", "window", "settings", "iap"):
             for path in glob.glob(os.path.join(ROOT, folder, "*.cpp")):
-                files.update(re.findall(r'"(\w+\.arc)"', read(path)))
-        self.assertGreaterEqual(len(files), 3)
-        for language, text in self.texts.items():
-            for name in files:
-                self.assertIn(name, text, self.names[language])
+                source = read(path)
+                files.update(f"Lorivane/{name}" for name in re.findall(r'"(\w+\.arc)"', source))
+                files.update(f"Shared/{name}.arc"
+                    for name in re.findall(r': TIAPItem\("(\w+)"\)', source))
+        self.assertEqual(len(files), 5)
+        for language in self.texts:
+            self.assertHasEntries(language, FILES, files)
 
     def test_tell_of_every_option(self):
         options = set(re.findall(r"^  (--\w+)", read("app", "Usage.cpp"), re.M))
@@ -172,6 +217,15 @@ class HelpDocuments(unittest.TestCase):
         for language, text in self.texts.items():
             for option in options:
                 self.assertIn(option, text, self.names[language])
+
+    def test_tell_of_every_setting_outside_of_the_program(self):
+        settings = {"locale.conf"}
+        for path in glob.glob(os.path.join(ROOT, "kits", "*", "*.cpp")):
+            settings.update(re.findall(r'getenv\("(KITS_\w+)"\)', read(path)))
+        self.assertGreater(len(settings), 1)
+        for language, text in self.texts.items():
+            for name in settings:
+                self.assertIn(name, text, self.names[language])
 
     def test_lie_beside_the_program(self):
         for language, name in self.names.items():

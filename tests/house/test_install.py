@@ -5,10 +5,17 @@
 
 import glob
 import os
+import re
 import subprocess
 import sys
 import tempfile
 import unittest
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+# A film, of which the first picture is shown, is no reason to be asked for films.
+NOT_OFFERED = {"video/x-mng"}
+# What desktops call the compressed form of a type.
+OTHER_NAMES = {"image/svg+xml-compressed"}
 
 
 class Installation(unittest.TestCase):
@@ -39,10 +46,22 @@ class Installation(unittest.TestCase):
         self.assertTrue(os.access(os.path.join(self.home, "add-ons", "open-document"), os.X_OK))
         self.assertEqual(self.names("*.txt"), {"ReadMe_Deu.txt", "ReadMe_Eng.txt", "ReadMe_Jpn.txt"})
 
-    def test_the_desktop_knows_it(self):
+    def entry(self):
         with open(os.path.join(self.prefix, "share/applications/lorivane.desktop"),
                 encoding="utf-8") as file:
-            entry = dict(line.strip().split("=", 1) for line in file if "=" in line)
+            return dict(line.strip().split("=", 1) for line in file if "=" in line)
+
+    def test_the_desktop_offers_it_for_what_it_shows(self):
+        types = set()
+        for path in glob.glob(os.path.join(ROOT, "kits/translators/*.cpp")):
+            with open(path, encoding="utf-8") as file:
+                types.update(re.findall(r'", "((?:image|video)/[^"]+)"', file.read()))
+        self.assertTrue({"image/jpeg", "image/png", "image/gif"} <= types)
+        offered = self.entry()["MimeType"].removesuffix(";").split(";")
+        self.assertEqual(sorted(offered), sorted(types - NOT_OFFERED | OTHER_NAMES))
+
+    def test_the_desktop_knows_it(self):
+        entry = self.entry()
         self.assertEqual(entry["Exec"].split()[0], os.path.basename(self.program))
         icon = f"share/icons/hicolor/scalable/apps/{entry['Icon']}.svg"
         self.assertTrue(os.path.isfile(os.path.join(self.prefix, icon)))

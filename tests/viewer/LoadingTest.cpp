@@ -106,6 +106,33 @@ TEST_F(Loading, DropsAnImageThatComesTooLate) {
     EXPECT_FALSE(IsCached("b"));
 }
 
+TEST_F(Loading, DropsAnImageOfAnOlderList) {
+    WriteImages({"a", "c"});
+    fake::Hold("c");
+    ShowWindow();
+    Open("a");
+    WaitForHeld("c");
+    WriteImages({"b"});
+    Open("a");
+    fake::Release("c");
+    WaitForLoaders();
+    EXPECT_TRUE(IsCached("b"));
+    EXPECT_FALSE(IsCached("c"));
+}
+
+TEST_F(Loading, LooksAgainForNeighboursWhenOpened) {
+    WriteImages({"a"});
+    WriteBrokenImage("b");
+    ShowWindow();
+    Open("a");
+    WaitForLoaders();
+    EXPECT_FALSE(IsCached("b"));
+    WriteImages({"b"});
+    Open("a");
+    WaitForLoaders();
+    EXPECT_TRUE(IsCached("b"));
+}
+
 TEST_F(Loading, CachesNothingWhenTurnedOff) {
     gPrefs.fEnablePreload = false;
     WriteImages({"a", "b", "c"});

@@ -1,3 +1,4 @@
+#include <app/MessageQueue.h>
 #include <interface/ScrollBar.h>
 
 #include "app/MessageCodes.h"
@@ -323,10 +324,17 @@ TEST_F(Scrolling, RemovesOnlyKeysAndWheelFromTheQueue) {
     Open("a");
     WaitForLoaders();
     Locked([&] {
-        fScreen->KeyDown(B_SPACE);
-        fScreen->Wheel({20, 60}, 0, 1);
+        const BMessageQueue* queue = fWindow->MessageQueue();
+        for (int i = 0; i < 2; i++) {
+            fScreen->KeyDown(B_SPACE);
+            fScreen->Wheel({20, 60}, 0, 1);
+        }
         Post(kMsgNextImage);
+        for (const uint32 what : {uint32{B_KEY_DOWN}, uint32{B_MOUSE_WHEEL_CHANGED}})
+            EXPECT_NE(queue->FindMessage(what, 1), nullptr);
         fView->RemoveScrollMessages();
+        for (const uint32 what : {uint32{B_KEY_DOWN}, uint32{B_MOUSE_WHEEL_CHANGED}})
+            EXPECT_EQ(queue->FindMessage(what, 0), nullptr);
     });
     Settle();
     EXPECT_EQ(Shown(), "b");

@@ -42,21 +42,25 @@ TEST_F(StaleCommands, TakesWhatIsHandedInAtAnyTime) {
 
 // A stale command takes the keys and wheel events behind it along, and nothing else.
 TEST_F(StaleCommands, DropsWhatPiledUpBehindAStaleCommand) {
-    WriteImages({"a", "b", "c", "d", "e"});
+    WriteImages({"a", "b", "c"});
     ShowWindow();
-    bigtime_t before = system_time();
-    Open("a");
-    WaitForLoaders();
-    Locked([&] {
-        Post(Queued(kMsgNextImage, before));
-        fScreen->KeyDown(B_SPACE);
-        fScreen->Wheel({20, 40}, 0, 1);
-        fScreen->KeyDown(B_SPACE);
-        Post(kMsgLastImage);
-        fScreen->Wheel({20, 40}, 0, 1);
-    });
-    Settle();
-    EXPECT_EQ(Shown(), "e");
+    for (const bool isKey : {true, false}) {
+        bigtime_t before = system_time();
+        Open("a");
+        WaitForLoaders();
+        const bool showsComments = gPrefs.fEnableComment;
+        Locked([&] {
+            Post(Queued(kMsgNextImage, before));
+            if (isKey)
+                fScreen->KeyDown(B_SPACE);
+            else
+                fScreen->Wheel({20, 40}, 0, 1);
+            Post(kMsgToggleComment);
+        });
+        Settle();
+        EXPECT_EQ(Shown(), "a") << (isKey ? "key" : "wheel");
+        EXPECT_NE(gPrefs.fEnableComment, showsComments);
+    }
 }
 
 }  // namespace
