@@ -1,5 +1,6 @@
 // The controls that are clicked: push button, check box, radio button.
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -57,25 +58,55 @@ private:
     QCheckBox& fBox;
 };
 
+/// Those of one choice are a group of Qt's, which the arrow keys go along. All controls of a window
+/// have one parent here, so that it is not by itself a group.
 class RadioButtonWidget : public ControlWidget {
 public:
     RadioButtonWidget(QRadioButton* button, const ControlReport& report)
         : ControlWidget(button), fButton(*button) {
-        // All controls of a window have one parent here; which belong together the kits know.
-        fButton.setAutoExclusive(false);
-        QObject::connect(&fButton, &QRadioButton::clicked, &fButton, [this, report] {
-            fButton.setChecked(true);  // not turned off by a second click
-            ReportValue(report, true);
-        });
+        QObject::connect(
+            &fButton, &QRadioButton::clicked, &fButton, [report] { ReportValue(report, true); });
     }
+    ~RadioButtonWidget() override { Leave(); }
 
     void SetState(const ControlState& state) override {
         const auto& button = std::get<RadioButtonState>(state);
         fButton.setText(LabelText(button.label));
+        if (fButton.parentWidget() != nullptr)
+            Join(QStringLiteral("group %1").arg(button.group));
+        // The kits may turn all off, and have two on for a moment.
+        SetExclusive(false);
         fButton.setChecked(button.on);
+        SetExclusive(true);
     }
 
 private:
+    void Join(const QString& name) {
+        if (fButton.group() != nullptr && fButton.group()->objectName() == name)
+            return;
+        Leave();
+        QWidget* const window = fButton.parentWidget();
+        auto* group = window->findChild<QButtonGroup*>(name, Qt::FindDirectChildrenOnly);
+        if (group == nullptr) {
+            group = new QButtonGroup(window);
+            group->setObjectName(name);
+        }
+        group->addButton(&fButton);
+    }
+    void Leave() {
+        QButtonGroup* const group = fButton.group();
+        if (group == nullptr)
+            return;
+        group->removeButton(&fButton);
+        if (group->buttons().isEmpty())
+            delete group;
+    }
+
+    void SetExclusive(bool exclusive) {
+        if (fButton.group() != nullptr)
+            fButton.group()->setExclusive(exclusive);
+    }
+
     QRadioButton& fButton;
 };
 

@@ -97,6 +97,7 @@ struct CheckBoxState {
 struct RadioButtonState {
     std::string label;
     bool on = false;
+    uint64 group = 0;  ///< of the window's radio buttons those with the same number are one choice
 };
 
 struct TextControlState {

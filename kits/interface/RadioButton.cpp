@@ -1,4 +1,5 @@
 #include <app/Message.h>
+#include <cstdint>
 #include <interface/RadioButton.h>
 #include <interface/Window.h>
 
@@ -21,7 +22,8 @@ public:
     explicit Peer(BRadioButton& button) : LabelledPeer(button), fButton(button) {}
 
     ControlState State() const override {
-        return RadioButtonState{fButton.Label(), fButton.Value() != B_CONTROL_OFF};
+        return RadioButtonState{fButton.Label(), fButton.Value() != B_CONTROL_OFF,
+            reinterpret_cast<std::uintptr_t>(fButton.Parent())};
     }
 
     void UserChanged(const BMessage&) override {

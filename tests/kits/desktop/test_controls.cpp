@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -126,18 +127,61 @@ TEST_F(Controls, ACheckBoxReportsOnlyTheUser) {
     EXPECT_EQ(off.GetInt32("serial", -1), 4);
 }
 
-TEST_F(Controls, RadioButtonsDoNotActOnEachOther) {
-    Set(1, RadioButtonState{"Top", true});
-    Set(2, RadioButtonState{"Other group", true});
-    Place(1, PlaceOf("Top"));
-    Place(2, PlaceOf("Other group", BRect(10, 60, 109, 84)));
+TEST_F(Controls, RadioButtonsActOnTheirOwnGroup) {
+    Set(1, RadioButtonState{"Top", true, 1});
+    Set(2, RadioButtonState{"Bottom", false, 1});
+    Set(3, RadioButtonState{"Other group", true, 2});
+    for (const int32 id : {1, 2, 3}) {
+        const auto top = static_cast<float>(id * 30);
+        Place(id,
+            PlaceOf(id == 1   ? "Top"
+                    : id == 2 ? "Bottom"
+                              : "Other group",
+                BRect(10, top, 109, top + 24)));
+    }
     auto* top = fScreen.Find<QRadioButton>("Top");
+    auto* bottom = fScreen.Find<QRadioButton>("Bottom");
+    const auto* other = fScreen.Find<QRadioButton>("Other group");
+    for (QRadioButton* button : {top, bottom})
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->role(), QAccessible::RadioButton);
     EXPECT_TRUE(top->isChecked());
-    EXPECT_TRUE(fScreen.Find<QRadioButton>("Other group")->isChecked());
+    EXPECT_TRUE(other->isChecked());
     // A click does not turn one off that is on.
     top->click();
     EXPECT_TRUE(top->isChecked());
-    EXPECT_EQ(fScreen.Expect(kControlChanged).GetInt32("value", -1), 1);
+    EXPECT_EQ(fScreen.Expect(kControlChanged).GetInt32("control", -1), 1);
+
+    bottom->click();
+    EXPECT_FALSE(top->isChecked());
+    EXPECT_TRUE(bottom->isChecked());
+    EXPECT_EQ(fScreen.Expect(kControlChanged, 2).GetInt32("control", -1), 2);
+
+    // The arrows go along them, and no further.
+    bottom->setFocus();
+    QTest::keyClick(bottom, Qt::Key_Down);
+    EXPECT_TRUE(bottom->hasFocus());
+    QTest::keyClick(bottom, Qt::Key_Up);
+    EXPECT_TRUE(top->hasFocus());
+    EXPECT_TRUE(top->isChecked());
+    EXPECT_FALSE(bottom->isChecked());
+    EXPECT_EQ(fScreen.Expect(kControlChanged, 3).GetInt32("control", -1), 1);
+    EXPECT_TRUE(other->isChecked());
+
+    // What the kits say holds in any order.
+    Set(1, RadioButtonState{"Top", false, 1});
+    Pump();
+    EXPECT_FALSE(top->isChecked());
+    Set(2, RadioButtonState{"Bottom", true, 1});
+    Set(1, RadioButtonState{"Top", true, 1});
+    Set(2, RadioButtonState{"Bottom", false, 1});
+    Pump();
+    EXPECT_TRUE(top->isChecked());
+    EXPECT_FALSE(bottom->isChecked());
+    // In another parent it is another choice.
+    Set(2, RadioButtonState{"Bottom", true, 2});
+    Pump();
+    EXPECT_TRUE(top->isChecked());
+    EXPECT_EQ(Changes().size(), 3U);
 }
 
 TEST_F(Controls, AScrollBarShowsItsState) {
