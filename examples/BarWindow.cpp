@@ -5,6 +5,7 @@
 #include "framework/Adjust.h"
 #include "framework/LocalText.h"
 #include "iap/InterAppPrefs.h"
+#include "iap/ItemNames.h"
 
 #include <algorithm>
 #include <app/AppDefs.h>
@@ -100,7 +101,7 @@ void TBarWindow::LanguageChanged() {
 
 void TBarWindow::CreateMenu() {
     std::string format;
-    (void)fPrefs.GetString("AccKeyFormat2", &format);
+    (void)fPrefs.GetString(kAccKeyFormatItem, &format);
     const auto label = [&format](const std::string& name) {
         const TNamedLabel named = named_label(name);
         return merge_accelerator_key(
@@ -124,7 +125,7 @@ void TBarWindow::CreateMenu() {
 
 void TBarWindow::SetLabels() {
     bool flat = true;
-    (void)fPrefs.GetBool("FlatToolBar", &flat);
+    (void)fPrefs.GetBool(kFlatToolBarItem, &flat);
     float right = 0;
     for (BButton* button : fButtons) {
         button->SetFlat(flat);

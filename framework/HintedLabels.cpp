@@ -2,11 +2,12 @@
 
 #include "framework/Accelerator.h"
 #include "iap/InterAppPrefs.h"
+#include "iap/ItemNames.h"
 
 #include <locale/Locale.h>
 
 THintedLabels::THintedLabels() {
-    (void)gIAPs.GetString("AccKeyFormat2", &fFormat);
+    (void)gIAPs.GetString(kAccKeyFormatItem, &fFormat);
 }
 
 std::string THintedLabels::operator()(const char* key, const char* letter) const {

@@ -2,6 +2,7 @@
 
 #include "app/MessageCodes.h"
 #include "iap/ConfigurationView.h"
+#include "iap/ItemNames.h"
 
 #include <cstring>
 #include <interface/MenuField.h>
@@ -21,7 +22,7 @@ constexpr size_t kMaxFormatLength = 64;
 
 }  // namespace
 
-TIAPItemAccKeyFormat::TIAPItemAccKeyFormat() : TIAPItem("AccKeyFormat2") {
+TIAPItemAccKeyFormat::TIAPItemAccKeyFormat() : TIAPItem(kAccKeyFormatItem) {
     if (LoadString(&fFormat) != B_OK || fFormat.size() > kMaxFormatLength)
         fFormat = kDefaultFormat;
 }

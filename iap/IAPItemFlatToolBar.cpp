@@ -2,10 +2,11 @@
 
 #include "app/MessageCodes.h"
 #include "iap/ConfigurationView.h"
+#include "iap/ItemNames.h"
 
 #include <interface/CheckBox.h>
 
-TIAPItemFlatToolBar::TIAPItemFlatToolBar() : TIAPItem("FlatToolBar") {
+TIAPItemFlatToolBar::TIAPItemFlatToolBar() : TIAPItem(kFlatToolBarItem) {
     bool isFlat = true;
     (void)LoadBool(&isFlat);
     fIsFlat = isFlat;

@@ -4,6 +4,7 @@
 #include "framework/Adjust.h"
 #include "framework/LocalText.h"
 #include "iap/IAPView.h"
+#include "iap/ItemNames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +59,7 @@ void TIAPView::SetViewLabels() {
     if (window != nullptr && !window->Lock())
         return;
     std::string format;
-    (void)fPrefs.GetString("AccKeyFormat2", &format);
+    (void)fPrefs.GetString(kAccKeyFormatItem, &format);
     for (int32 i = 0; BView* child = ChildAt(i); i++) {
         if (child != fButtonContainer)
             LabelComponent(*child, format);

@@ -9,6 +9,7 @@
 
 #include "app/MessageCodes.h"
 #include "framework/DialogWindow.h"
+#include "iap/ItemNames.h"
 #include "settings/PrefView.h"
 #include "viewer/DisplayOption.h"
 
@@ -67,7 +68,8 @@ void TPrefView::PrefEnableCommentChanged(const BMessage& notice) {
 
 void TPrefView::IAPChanged(const BMessage& change) {
     const char* item = nullptr;
-    if (change.FindString(kFieldSharedItem, &item) == B_OK && item == std::string("AccKeyFormat2"))
+    if (change.FindString(kFieldSharedItem, &item) == B_OK &&
+        item == std::string(kAccKeyFormatItem))
         SetViewLabels();
 }
 

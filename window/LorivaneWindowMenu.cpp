@@ -11,13 +11,12 @@
 
 #include "app/MessageCodes.h"
 #include "framework/HintedLabels.h"
+#include "iap/ItemNames.h"
 #include "settings/Prefs.h"
 #include "viewer/DisplayOption.h"
 #include "window/LorivaneWindow.h"
 
 namespace {
-
-constexpr char kHintFormatItem[] = "AccKeyFormat2";
 
 BMenuItem* make_item(const THintedLabels& labels, const char* key, const char* letter,
     BMessage* message, char shortcut = 0) {
@@ -120,7 +119,7 @@ void TLorivaneWindow::LanguageChanged() {
 void TLorivaneWindow::IAPChanged(BMessage* message) {
     const char* item = nullptr;
     if (message->FindString(kFieldSharedItem, &item) != B_OK ||
-        item != std::string(kHintFormatItem))
+        item != std::string(kAccKeyFormatItem))
         return;
     fHistory.SetAccFormat(THintedLabels().Format());
     DestroyMenu();
