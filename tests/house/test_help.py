@@ -200,13 +200,12 @@ class HelpDocuments(unittest.TestCase):
                     self.names[language])
 
     def test_tell_of_every_file_that_is_written(self):
-        files = set()
+        files = {f"Shared/{name}.arc"
+            for name in re.findall(r'Item\[\] = "(\w+)"', read("iap", "ItemNames.h"))}
         for folder in ("app", "window", "settings", "iap"):
             for path in glob.glob(os.path.join(ROOT, folder, "*.cpp")):
-                source = read(path)
-                files.update(f"Lorivane/{name}" for name in re.findall(r'"(\w+\.arc)"', source))
-                files.update(f"Shared/{name}.arc"
-                    for name in re.findall(r': TIAPItem\("(\w+)"\)', source))
+                names = re.findall(r'"(\w+\.arc)"', read(path))
+                files.update(f"Lorivane/{name}" for name in names)
         self.assertEqual(len(files), 5)
         for language in self.texts:
             self.assertHasEntries(language, FILES, files)
