@@ -359,6 +359,10 @@ TEST_F(HostileApplicationTest, WhatIsNoCommandLineIsRefused) {
 }
 
 TEST_F(HostileApplicationTest, OnlySoMuchOfCommandLinesWaits) {
+    // Whose process this is the target asks once, and would not wait for the answer to come behind
+    // all that is sent here.
+    EXPECT_EQ(Call("Launch", Words("good")), "0");
+    EXPECT_EQ(fTarget.Hear(), "argv 2");
     EXPECT_EQ(fTarget.Ask("hang"), "hangs");
     const std::string large(8000000, 'x');
     for (int i = 0; i < 8; ++i)
