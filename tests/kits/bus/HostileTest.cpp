@@ -331,7 +331,7 @@ TEST_F(HostileApplicationTest, WhatIsNoMessageIsDropped) {
 TEST_F(HostileApplicationTest, AFloodLeavesTheMemoryBounded) {
     BMessage message('flod');
     message.AddData("data", B_RAW_TYPE, std::string(20000, 'x').data(), 20000);
-    Flood(Bytes(Flattened(message)), 20000);  // 400 MB
+    Flood(Bytes(Flattened(message)), 10000);  // 200 MB
     ExpectLittleMemory();
 }
 
