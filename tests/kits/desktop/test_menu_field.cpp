@@ -71,6 +71,12 @@ protected:
         return items;
     }
 
+    /// Of the first, the second and the third item, before any is answered.
+    void MakeThreeQuickChoices() {
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down})
+            Type(key);
+        ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    }
     /// The kits have got as far as the next of the choices, and mark the item.
     void Answer(int32 item) {
         fState.choice =
@@ -162,9 +168,7 @@ TEST_F(MenuField, ArrowsAndLettersChooseAndPassOverWhatCannotBe) {
 
 TEST_F(MenuField, AnAnswerToAnEarlierChoiceTakesNoStepBack) {
     SetUsual();
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down})
-        Type(key);
-    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    ASSERT_NO_FATAL_FAILURE(MakeThreeQuickChoices());
     Answer(11);
     EXPECT_EQ(Shown(), "Three");
     Type(Qt::Key_Up);
@@ -178,10 +182,7 @@ TEST_F(MenuField, AnAnswerToAnEarlierChoiceTakesNoStepBack) {
 
 TEST_F(MenuField, TheAnswerToTheLastChoiceIsShown) {
     SetUsual();
-    Type(Qt::Key_Up);
-    Type(Qt::Key_Down);
-    Type(Qt::Key_Down);
-    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    ASSERT_NO_FATAL_FAILURE(MakeThreeQuickChoices());
     Answer(11);
     Answer(12);
     ASSERT_EQ(Shown(), "Three");
@@ -204,10 +205,7 @@ TEST_F(MenuField, AChoiceThatIsGoneIsNotWaitedFor) {
 
 TEST_F(MenuField, OneMadeAnewWaitsForNoAnswer) {
     SetUsual();
-    Type(Qt::Key_Up);
-    Type(Qt::Key_Down);
-    Type(Qt::Key_Down);
-    ASSERT_THAT(Chosen(), ElementsAre(11, 12, 15));
+    ASSERT_NO_FATAL_FAILURE(MakeThreeQuickChoices());
     Answer(11);
     fScreen.Window().RemoveControl(kField);
     Set(fState);
