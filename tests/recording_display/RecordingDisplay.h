@@ -147,6 +147,14 @@ private:
         }
         Changed();
     }
+    /// Changes the control's state, if it is still there.
+    template <typename State, typename Function>
+    void _ChangeControl(ControlId id, Function change) {
+        _Change([&] {
+            if (const auto control = fControls.find(id); control != fControls.end())
+                change(std::get<State>(control->second.state));
+        });
+    }
     void _SendControl(ControlId id, BMessage& message);
     float _PixelRatio() const;
 

@@ -219,10 +219,11 @@ void Window::_SendControl(ControlId id, BMessage& message) {
     Send(message);
 }
 
-// The control shows what the user did to it, whatever the kits make of it.
+// The control shows what the user did to it, whatever the kits make of it. When they have removed
+// it meanwhile, what the user did was on its way already.
 
 void Window::SetScrollBar(ControlId id, float value) {
-    _Change([&] { std::get<BPrivate::ScrollBarState>(fControls.at(id).state).value = value; });
+    _ChangeControl<BPrivate::ScrollBarState>(id, [&](auto& own) { own.value = value; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddFloat("value", value);
     _SendControl(id, message);
@@ -234,7 +235,8 @@ void Window::SetValue(ControlId id, int32 value) {
             if constexpr (requires { own.on; })
                 own.on = value != 0;
         };
-        std::visit(change, fControls.at(id).state);
+        if (const auto control = fControls.find(id); control != fControls.end())
+            std::visit(change, control->second.state);
     });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddInt32("value", value);
@@ -242,14 +244,14 @@ void Window::SetValue(ControlId id, int32 value) {
 }
 
 void Window::SetText(ControlId id, const std::string& text) {
-    _Change([&] { std::get<BPrivate::TextControlState>(fControls.at(id).state).text = text; });
+    _ChangeControl<BPrivate::TextControlState>(id, [&](auto& own) { own.text = text; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddString("text", text.c_str());
     _SendControl(id, message);
 }
 
 void Window::SelectRows(ControlId id, const std::vector<int32>& rows, int32 invoked) {
-    _Change([&] { std::get<BPrivate::ListViewState>(fControls.at(id).state).selected = rows; });
+    _ChangeControl<BPrivate::ListViewState>(id, [&](auto& own) { own.selected = rows; });
     BMessage message(BPrivate::kControlChanged);
     for (const int32 row : rows)
         (void)message.AddInt32("selected", row);
@@ -259,7 +261,7 @@ void Window::SelectRows(ControlId id, const std::vector<int32>& rows, int32 invo
 }
 
 void Window::MoveSlider(ControlId id, int32 value, bool final) {
-    _Change([&] { std::get<BPrivate::SliderState>(fControls.at(id).state).value = value; });
+    _ChangeControl<BPrivate::SliderState>(id, [&](auto& own) { own.value = value; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddInt32("value", value);
     (void)message.AddBool("final", final);
@@ -267,14 +269,14 @@ void Window::MoveSlider(ControlId id, int32 value, bool final) {
 }
 
 void Window::ChooseTab(ControlId id, int32 tab) {
-    _Change([&] { std::get<BPrivate::TabViewState>(fControls.at(id).state).selected = tab; });
+    _ChangeControl<BPrivate::TabViewState>(id, [&](auto& own) { own.selected = tab; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddInt32("value", tab);
     _SendControl(id, message);
 }
 
 void Window::SetColor(ControlId id, rgb_color color) {
-    _Change([&] { std::get<BPrivate::ColorControlState>(fControls.at(id).state).value = color; });
+    _ChangeControl<BPrivate::ColorControlState>(id, [&](auto& own) { own.value = color; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddInt32("color", color.red << 16 | color.green << 8 | color.blue);
     _SendControl(id, message);
@@ -285,7 +287,10 @@ bool Window::ChooseItem(ControlId id, const std::vector<std::string>& labels) {
     ControlState state;
     {
         const std::lock_guard guard(fLock);
-        state = fControls.at(id).state;
+        const auto control = fControls.find(id);
+        if (control == fControls.end())
+            return false;
+        state = control->second.state;
     }
     if (const auto* bar = std::get_if<BPrivate::MenuBarState>(&state))
         items = &bar->items;
@@ -333,7 +338,7 @@ void Window::CancelPanel(ControlId id) {
 }
 
 void Window::EnterFolder(ControlId id, const std::string& path) {
-    _Change([&] { std::get<BPrivate::FilePanelState>(fControls.at(id).state).folder = path; });
+    _ChangeControl<BPrivate::FilePanelState>(id, [&](auto& own) { own.folder = path; });
     BMessage message(BPrivate::kControlChanged);
     (void)message.AddString("folder", path.c_str());
     _SendControl(id, message);
