@@ -28,6 +28,17 @@ endif()
 # precompile(TARGET HEADER...): reads these headers once for all the target's sources.
 function(precompile TARGET)
     target_precompile_headers(${TARGET} PRIVATE ${ARGN})
+    keep_precompiled(${TARGET})
+endfunction()
+
+# reuse_precompiled(TARGET OTHER): takes what was read for the other target, which has to be compiled
+# with the same options.
+function(reuse_precompiled TARGET OTHER)
+    target_precompile_headers(${TARGET} REUSE_FROM ${OTHER})
+    keep_precompiled(${TARGET})
+endfunction()
+
+function(keep_precompiled TARGET)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${TARGET} PRIVATE -fpch-preprocess)  # for the compiler cache
     endif()
