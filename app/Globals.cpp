@@ -2,7 +2,9 @@
 // in this order before main() and destroyed in the reverse order.
 
 #include "framework/AppPrivacy.h"
+#include "framework/HintedLabels.h"
 #include "iap/InterAppPrefs.h"
+#include "iap/ItemNames.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
@@ -10,3 +12,9 @@ TAppPrivacy gAppPrivacy;
 TExitStates gExitStates;
 TPrefs gPrefs;
 TInterAppPrefs gIAPs;
+
+std::string accelerator_key_format() {
+    std::string format;
+    (void)gIAPs.GetString(kAccKeyFormatItem, &format);
+    return format;
+}

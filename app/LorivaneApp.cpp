@@ -2,10 +2,10 @@
 
 #include "app/LorivaneApp.h"
 
-#include "app/MessageCodes.h"
-#include "app/Version.h"
-#include "framework/AboutWindow.h"
+#include "app/AboutWindow.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/MessageCodes.h"
+#include "framework/Version.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "settings/PrefsWindow.h"

@@ -2,18 +2,18 @@
 
 #include "app/LorivaneApp.h"
 
-#include "app/MessageCodes.h"
-#include "app/Version.h"
-#include "framework/AboutWindow.h"
+#include "app/AboutWindow.h"
 #include "framework/Alert.h"
 #include "framework/AppPrivacy.h"
 #include "framework/FilePanelPriority.h"
 #include "framework/Help.h"
 #include "framework/LocalText.h"
+#include "framework/MessageCodes.h"
+#include "framework/Version.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/PrefsWindow.h"
-#include "settings/PropertyWindow.h"
 #include "window/LorivaneWindow.h"
+#include "window/PropertyWindow.h"
 
 #include <app/Messenger.h>
 #include <interface/Window.h>

@@ -1,7 +1,7 @@
 #include "app/LorivaneApp.h"
 #include "app/Usage.h"
-#include "app/Version.h"
 #include "framework/AppPrivacy.h"
+#include "framework/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
 #include "iap/InterAppPrefs.h"

@@ -1,6 +1,6 @@
 #include "app/Usage.h"
 
-#include "app/Version.h"
+#include "framework/Version.h"
 
 namespace {
 

@@ -13,8 +13,8 @@
 
 #include "bench/Photo.h"
 #include "bench/Report.h"
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/Image.h"
 
 namespace {

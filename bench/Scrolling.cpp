@@ -18,9 +18,9 @@
 #include "bench/Report.h"
 #include "bench/ViewerRun.h"
 #include "bench/WatchedDisplay.h"
+#include "settings/DisplayOption.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 
 int lorivane_main(int argc, char** argv);
 

@@ -21,9 +21,9 @@
 #include <thread>
 #include <vector>
 
-#include "app/MessageCodes.h"
 #include "bench/Report.h"
 #include "examples/BarWindow.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
 #include "iap/IAPView.h"

@@ -1,9 +1,9 @@
 #include "examples/BarWindow.h"
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
 #include "framework/Adjust.h"
 #include "framework/LocalText.h"
+#include "framework/MessageCodes.h"
 #include "iap/InterAppPrefs.h"
 #include "iap/ItemNames.h"
 

@@ -1,8 +1,8 @@
 // A small application of the same family as the viewer: it shares the format of its labels' hints
 // and the look of its tool bar with it, and either can open the window that changes both.
 
-#include "app/MessageCodes.h"
 #include "examples/BarWindow.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
 #include "iap/InterAppPrefs.h"

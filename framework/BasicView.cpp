@@ -1,7 +1,7 @@
 #include "framework/BasicView.h"
 
-#include "app/MessageCodes.h"
 #include "framework/Click.h"
+#include "framework/MessageCodes.h"
 
 #include <app/Message.h>
 #include <interface/Window.h>

@@ -1,6 +1,6 @@
 #include "framework/BasicWindow.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "framework/Placement.h"
 
 #include <app/Message.h>

@@ -1,14 +1,10 @@
 #include "framework/HintedLabels.h"
 
 #include "framework/Accelerator.h"
-#include "iap/InterAppPrefs.h"
-#include "iap/ItemNames.h"
 
 #include <locale/Locale.h>
 
-THintedLabels::THintedLabels() {
-    (void)gIAPs.GetString(kAccKeyFormatItem, &fFormat);
-}
+THintedLabels::THintedLabels() : fFormat(accelerator_key_format()) {}
 
 std::string THintedLabels::operator()(const char* key, const char* letter) const {
     return merge_accelerator_key(fFormat, letter, be_locale->GetString(key));

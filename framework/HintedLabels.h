@@ -2,8 +2,13 @@
 
 #include <string>
 
-/// Labels in the user's language with the hint for their key merged in, in the shared format of the
-/// moment it is made.
+/// The format in force for the hints of keys in labels, as merge_accelerator_key() takes it. The
+/// application gives it, since it knows the preferences that it shares with others (app/Globals.cpp).
+/// May be called from any thread.
+std::string accelerator_key_format();
+
+/// Labels in the user's language with the hint for their key merged in, in the format in force
+/// when it is made.
 ///
 ///     const THintedLabels labels;
 ///     button->SetLabel(labels("Defaults", "D").c_str());

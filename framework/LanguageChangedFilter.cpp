@@ -1,6 +1,6 @@
 #include "framework/LanguageChangedFilter.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 
 #include <app/Message.h>
 

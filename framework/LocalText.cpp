@@ -1,6 +1,6 @@
 #include "framework/LocalText.h"
 
-#include "app/Version.h"
+#include "framework/Version.h"
 
 #include <locale/Locale.h>
 #include <support/String.h>

@@ -6,7 +6,7 @@
 #include <interface/Window.h>
 #include <string>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/ComponentArchive.h"
 #include "iap/IAPView.h"
 

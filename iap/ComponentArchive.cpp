@@ -1,6 +1,6 @@
 #include "iap/ComponentArchive.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 
 #include <app/Message.h>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "iap/IAPItem.h"
 
-#include "app/MessageCodes.h"
-#include "settings/SettingsFile.h"
+#include "framework/MessageCodes.h"
+#include "framework/SettingsFile.h"
 
 #include <storage/File.h>
 

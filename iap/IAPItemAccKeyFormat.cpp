@@ -1,6 +1,6 @@
 #include "iap/IAPItemAccKeyFormat.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/ConfigurationView.h"
 #include "iap/ItemNames.h"
 

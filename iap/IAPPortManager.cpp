@@ -1,6 +1,6 @@
 #include "iap/IAPPortManager.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 
 #include <app/AppDefs.h>
 #include <app/Looper.h>

@@ -1,9 +1,9 @@
 #include "iap/IAPView.h"
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
 #include "framework/BasicWindow.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/MessageCodes.h"
 #include "iap/ComponentArchive.h"
 #include "iap/IAPItemAccKeyFormat.h"
 

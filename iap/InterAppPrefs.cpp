@@ -1,6 +1,6 @@
 #include "iap/InterAppPrefs.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPItem.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The way of an application's store to the common preferences window.
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPPortManager.h"
 #include "iap/IAPView.h"
 #include "iap/IAPWindow.h"

@@ -1,7 +1,7 @@
 #include "settings/ExitStates.h"
 
-#include "app/Version.h"
-#include "settings/SettingsFile.h"
+#include "framework/SettingsFile.h"
+#include "framework/Version.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/Archivable.h"
+#include "framework/Archivable.h"
 
 #include <interface/Rect.h>
 #include <string>

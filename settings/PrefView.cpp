@@ -20,10 +20,10 @@
 #include <interface/Window.h>
 #include <locale/Locale.h>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
 #include "framework/FindChild.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/MessageCodes.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <interface/PopUpMenu.h>
 #include <interface/Slider.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/PrefView.h"
 
 void TPrefView::PopMItemColTargetClicked() {

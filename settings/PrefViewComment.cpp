@@ -10,7 +10,7 @@
 #include <interface/RadioButton.h>
 #include <interface/TextControl.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/PrefChoices.h"
 #include "settings/PrefText.h"
 #include "settings/PrefView.h"

@@ -6,7 +6,7 @@
 #include <interface/ListView.h>
 #include <interface/TextControl.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/PrefText.h"
 #include "settings/PrefView.h"
 

@@ -13,11 +13,11 @@
 #include <locale/Locale.h>
 #include <string>
 
-#include "app/MessageCodes.h"
 #include "framework/HintedLabels.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "settings/PrefChoices.h"
 #include "settings/PrefView.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include <interface/Window.h>
 
 #include "framework/Adjust.h"
-#include "settings/Placing.h"
+#include "framework/Placing.h"
 #include "settings/PrefView.h"
 
 namespace {

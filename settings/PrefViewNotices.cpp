@@ -7,11 +7,11 @@
 #include <interface/Window.h>
 #include <string>
 
-#include "app/MessageCodes.h"
 #include "framework/DialogWindow.h"
+#include "framework/MessageCodes.h"
 #include "iap/ItemNames.h"
+#include "settings/DisplayOption.h"
 #include "settings/PrefView.h"
-#include "viewer/DisplayOption.h"
 
 void TPrefView::PopMItemDisplayOptionClicked(BMessage* message) {
     if (set_display_option(message) == B_OK)

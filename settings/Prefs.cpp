@@ -1,6 +1,6 @@
 #include "settings/Prefs.h"
 
-#include "settings/SettingsFile.h"
+#include "framework/SettingsFile.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <locale/Locale.h>
 #include <memory>
 
-#include "app/MessageCodes.h"
 #include "framework/Layout.h"
+#include "framework/MessageCodes.h"
 #include "settings/PrefView.h"
 
 TPrefsWindow::TPrefsWindow(BRect frame)

@@ -1,16 +1,19 @@
 #!/usr/bin/env python3
-"""Checks that every file includes only what its room may include (docs/architecture.md).
+"""Checks that every file includes only what its room may include (docs/architecture.md), that a
+source includes its own header before anything else, so that the header is shown to stand alone, and
+that a header may be included twice.
 
     check_includes.py [ROOT]
 
-Prints one line for each include that breaks a rule and exits with 1 when there is one.
+Prints one line for each fault and exits with 1 when there is one.
 """
 
 import os
 import re
 import sys
 
-APPLICATION = ["app", "viewer", "comment", "window", "settings", "iap", "framework"]
+# From the lowest to the highest: each may include those before it.
+APPLICATION = ["framework", "iap", "settings", "comment", "viewer", "window", "app"]
 KITS = ["app", "interface", "storage", "translation", "support", "locale", "kernel"]
 HEADER_ENDINGS = (".h", ".hpp")
 SOURCE_ENDINGS = HEADER_ENDINGS + (".cpp", ".cc")
@@ -28,6 +31,7 @@ STANDARD_HEADERS = set(
 )
 
 INCLUDE = re.compile(r'^\s*#\s*(?:include|include_next|import)\s*([<"])([^>"]*)[>"]')
+ONCE = re.compile(r"^#pragma once$", re.M)
 # What a file may reach besides #include.
 EMBEDDED = re.compile(r"__has_include\s*\(\s*([<\"])([^>\"]*)[>\"]")
 
@@ -180,7 +184,36 @@ def fault(tree, path, bracket, name):
         return "the kits' public headers are included with <>"
     if other not in rooms and (path, name) not in EXCEPTIONS:
         return f"{target} lies in a room ({other}) that this one ({room}) may not include"
+    if other == room == "application":
+        folder, own = target.split("/")[0], path.split("/")[0]
+        if APPLICATION.index(folder) > APPLICATION.index(own):
+            return f"{folder} is built on {own}, not the other way"
     return None
+
+
+def own_header(tree, path):
+    """How a source has to include its own header, or None when it has none."""
+    stem, ending = os.path.splitext(path)
+    if ending != ".cpp":
+        return None
+    if tree.exists(stem + ".h"):
+        return f'"{stem}.h"'
+    parts = stem.split("/")
+    if len(parts) == 3 and room_of(path) == "kit" \
+            and tree.exists(f"kits/include/{parts[1]}/{parts[2]}.h"):
+        return f"<{parts[1]}/{parts[2]}.h>"
+    return None
+
+
+def order_fault(tree, path, found):
+    """The line number and what is wrong with how the file begins, or None. found: its includes."""
+    own = own_header(tree, path)
+    if own is None:
+        return None
+    number, bracket, name = found[0] if found else (1, "", "")
+    if bracket + name == own[:-1]:
+        return None
+    return number, f"the first include is not the file's own header, {own}"
 
 
 def check(root):
@@ -191,10 +224,16 @@ def check(root):
         for path in tree.sources(folder):
             with open(os.path.join(root, path), encoding="utf-8", errors="replace") as file:
                 text = file.read()
-            for number, bracket, name in includes(text):
+            if path.endswith(HEADER_ENDINGS) and not ONCE.search(text):
+                faults.append(f"{path}:1: no #pragma once")
+            found = list(includes(text))
+            for number, bracket, name in found:
                 reason = fault(tree, path, bracket, name)
                 if reason:
                     faults.append(f"{path}:{number}: {name}: {reason}")
+            order = order_fault(tree, path, found)
+            if order:
+                faults.append(f"{path}:{order[0]}: {order[1]}")
     return faults
 
 

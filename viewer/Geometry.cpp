@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "viewer/DisplayOption.h"
+#include "settings/DisplayOption.h"
 
 namespace {
 

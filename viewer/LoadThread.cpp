@@ -5,8 +5,8 @@
 #include <interface/InterfaceDefs.h>
 #include <kernel/OS.h>
 
-#include "app/MessageCodes.h"
 #include "framework/FileName.h"
+#include "framework/MessageCodes.h"
 
 TLoadThread::TLoadThread(std::shared_ptr<const NameList> names, uint32 index, int32 step,
     const std::string& prevName, const std::string& nextName, BHandler* target)

@@ -8,8 +8,8 @@
 #include <interface/InterfaceDefs.h>
 #include <interface/Window.h>
 
-#include "app/MessageCodes.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/MessageCodes.h"
 
 TLorivaneView::TLorivaneView(BRect frame)
     : TBasicView(frame, "LorivaneView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS) {

@@ -4,7 +4,7 @@
 #include <interface/Window.h>
 #include <locale/Locale.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/Prefs.h"
 #include "viewer/LorivaneView.h"
 

@@ -2,8 +2,8 @@
 
 #include <interface/Window.h>
 
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/LorivaneView.h"
 
 ShownBars TLorivaneView::Bars() const {

@@ -6,10 +6,10 @@
 #include <interface/Window.h>
 #include <locale/Locale.h>
 
-#include "app/MessageCodes.h"
 #include "framework/FileName.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/LorivaneView.h"
 
 float TLorivaneView::BarsWidth(bool withBars) const {

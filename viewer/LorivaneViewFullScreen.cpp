@@ -3,8 +3,8 @@
 #include <interface/Screen.h>
 #include <interface/Window.h>
 
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/LorivaneView.h"
 
 BRect TLorivaneView::NormalWindowFrame() const {

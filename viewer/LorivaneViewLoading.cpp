@@ -6,7 +6,7 @@
 #include <interface/InterfaceDefs.h>
 #include <kernel/OS.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/Prefs.h"
 #include "viewer/LorivaneView.h"
 

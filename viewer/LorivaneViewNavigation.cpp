@@ -10,10 +10,10 @@
 #include <storage/Path.h>
 #include <string>
 
-#include "app/MessageCodes.h"
 #include "framework/Alert.h"
 #include "framework/HintedLabels.h"
 #include "framework/LocalText.h"
+#include "framework/MessageCodes.h"
 #include "viewer/LorivaneView.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <kernel/OS.h>
 #include <memory>
 
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/LorivaneView.h"
 
 bigtime_t TLorivaneView::ScrollTime() const {

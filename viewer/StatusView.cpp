@@ -5,8 +5,8 @@
 #include <interface/Box.h>
 #include <interface/InterfaceDefs.h>
 
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "viewer/Image.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "window/LorivaneWindow.h"
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/ExitStates.h"
 #include "viewer/KeyDownFilter.h"
 #include "viewer/LorivaneView.h"

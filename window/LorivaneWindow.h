@@ -3,7 +3,7 @@
 #include <array>
 
 #include "framework/BasicWindow.h"
-#include "viewer/DisplayOption.h"
+#include "settings/DisplayOption.h"
 #include "window/MRUF.h"
 
 class BMenu;

@@ -8,10 +8,10 @@
 #include <storage/Path.h>
 #include <string>
 
-#include "app/MessageCodes.h"
 #include "framework/Alert.h"
 #include "framework/HintedLabels.h"
-#include "settings/SettingsFile.h"
+#include "framework/MessageCodes.h"
+#include "framework/SettingsFile.h"
 #include "window/LorivaneWindow.h"
 
 namespace {

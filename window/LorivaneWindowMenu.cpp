@@ -9,11 +9,11 @@
 #include <memory>
 #include <string>
 
-#include "app/MessageCodes.h"
 #include "framework/HintedLabels.h"
+#include "framework/MessageCodes.h"
 #include "iap/ItemNames.h"
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
-#include "viewer/DisplayOption.h"
 #include "window/LorivaneWindow.h"
 
 namespace {

@@ -8,9 +8,9 @@
 #include <memory>
 #include <storage/Entry.h>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
 #include "framework/FileName.h"
+#include "framework/MessageCodes.h"
 
 namespace {
 

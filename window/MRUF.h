@@ -5,7 +5,7 @@
 #include <string>
 #include <support/SupportDefs.h>
 
-#include "settings/Archivable.h"
+#include "framework/Archivable.h"
 
 class BHandler;
 class BMenu;

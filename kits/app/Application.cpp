@@ -1,5 +1,6 @@
-#include <app/AppDefs.h>
 #include <app/Application.h>
+
+#include <app/AppDefs.h>
 #include <app/Message.h>
 #include <app/MessageRunner.h>
 #include <app/Roster.h>

@@ -1,5 +1,6 @@
-#include <app/AppDefs.h>
 #include <app/Handler.h>
+
+#include <app/AppDefs.h>
 #include <app/Looper.h>
 #include <app/Message.h>
 

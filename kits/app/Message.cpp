@@ -1,5 +1,6 @@
-#include <app/AppDefs.h>
 #include <app/Message.h>
+
+#include <app/AppDefs.h>
 
 #include "kits/app/MessageAccess.h"
 #include "kits/app/MessageField.h"

@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <app/MessageQueue.h>
+
+#include <app/Message.h>
 
 #include <algorithm>
 

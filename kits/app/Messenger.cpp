@@ -1,7 +1,8 @@
+#include <app/Messenger.h>
+
 #include <app/AppDefs.h>
 #include <app/Application.h>
 #include <app/Message.h>
-#include <app/Messenger.h>
 
 #include "kits/app/LooperRegistry.h"
 #include "kits/app/MessageAccess.h"

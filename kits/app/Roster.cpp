@@ -1,6 +1,7 @@
+#include <app/Roster.h>
+
 #include <app/Message.h>
 #include <app/Messenger.h>
-#include <app/Roster.h>
 
 #include "kits/app/MessengerAccess.h"
 #include "kits/app/RosterBus.h"

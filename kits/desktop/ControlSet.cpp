@@ -1,3 +1,5 @@
+#include "kits/desktop/ControlSet.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -5,7 +7,6 @@
 #include <interface/InterfaceDefs.h>
 #include <utility>
 
-#include "kits/desktop/ControlSet.h"
 #include "kits/desktop/FrontImage.h"
 #include "kits/desktop/Keys.h"
 

@@ -1,6 +1,6 @@
-#include <utility>
-
 #include "kits/desktop/ControlWidget.h"
+
+#include <utility>
 
 namespace BPrivate {
 

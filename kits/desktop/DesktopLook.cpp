@@ -1,8 +1,8 @@
+#include "kits/desktop/DesktopLook.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <utility>
-
-#include "kits/desktop/DesktopLook.h"
 
 namespace BPrivate {
 

@@ -1,3 +1,5 @@
+#include "kits/desktop/Fonts.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "kits/desktop/Fonts.h"
 #include "kits/desktop/FrontImage.h"
 
 namespace BPrivate {
@@ -27,7 +28,8 @@ float SaneSize(float size) {
 }
 
 float SaneWidth(float width) {
-    constexpr float kWidest = 1 << 20;  // what Qt's fixed point numbers hold, and far beyond a screen
+    constexpr float kWidest =
+        1 << 20;  // what Qt's fixed point numbers hold, and far beyond a screen
     return std::isfinite(width) ? std::clamp(width, 0.0F, kWidest) : 0;
 }
 

@@ -1,9 +1,9 @@
+#include "kits/desktop/FrontImage.h"
+
 #include <QPaintDevice>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
-
-#include "kits/desktop/FrontImage.h"
 
 namespace BPrivate {
 

@@ -1,3 +1,5 @@
+#include "kits/desktop/Keyboard.h"
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QInputEvent>
@@ -5,7 +7,6 @@
 #include <QThread>
 #include <utility>
 
-#include "kits/desktop/Keyboard.h"
 #include "kits/desktop/Keys.h"
 
 namespace BPrivate {

@@ -1,3 +1,5 @@
+#include "kits/desktop/Keys.h"
+
 #include <QKeyEvent>
 #include <QString>
 #include <algorithm>
@@ -5,8 +7,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <interface/InterfaceDefs.h>
-
-#include "kits/desktop/Keys.h"
 
 namespace BPrivate {
 

@@ -1,9 +1,9 @@
+#include "kits/desktop/MainThread.h"
+
 #include <QCoreApplication>
 #include <QObject>
 #include <QThread>
 #include <utility>
-
-#include "kits/desktop/MainThread.h"
 
 namespace BPrivate {
 

@@ -1,13 +1,13 @@
-#include <cmath>
-
 #include "kits/desktop/Mouse.h"
+
+#include <cmath>
 
 namespace BPrivate {
 
 namespace {
 
-constexpr int kNotch = 120;          // Qt's angle of one notch
-constexpr int kPixelsPerNotch = 45;  // three lines of text, as a notch scrolls them
+constexpr int kNotch = 120;                       // Qt's angle of one notch
+constexpr int kPixelsPerNotch = 45;               // three lines of text, as a notch scrolls them
 constexpr int kParts = kNotch * kPixelsPerNotch;  // of a notch, in which both are whole
 
 int Add(int& rest, int turn) {

@@ -1,3 +1,5 @@
+#include "kits/desktop/QtDisplay.h"
+
 #include <app/Application.h>
 #include <cerrno>
 #include <cstdio>
@@ -6,7 +8,6 @@
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/Fonts.h"
 #include "kits/desktop/ProgramIcon.h"
-#include "kits/desktop/QtDisplay.h"
 #include "kits/desktop/QtWindow.h"
 
 namespace BPrivate {
@@ -100,8 +101,7 @@ float QtDisplay::StringWidth(const FontSpec& font, const std::string& utf8) {
     return WidthOf(font, utf8);
 }
 
-std::vector<int32> QtDisplay::LineEnds(
-    const FontSpec& font, const std::string& utf8, float width) {
+std::vector<int32> QtDisplay::LineEnds(const FontSpec& font, const std::string& utf8, float width) {
     return LineEndsOf(font, utf8, width);
 }
 

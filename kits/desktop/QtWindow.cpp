@@ -1,9 +1,10 @@
+#include "kits/desktop/QtWindow.h"
+
 #include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "kits/desktop/QtWindow.h"
 #include "kits/desktop/ScreenWatch.h"
 #include "kits/desktop/WindowWidget.h"
 
@@ -27,9 +28,10 @@ QtWindow::QtWindow(std::shared_ptr<MainThread> thread, const Keyboard& keyboard,
       fSlot(std::make_shared<Slot>()), fScreens(screens.Table()),
       fPlace(std::make_shared<SharedPlace>(fScreens->Holding(PixelsOf(spec.frame)))),
       fFrame(spec.frame) {
-    fThread->Post([slot = fSlot, image = fImage, place = fPlace, &keyboard, &screens, spec, target] {
-        slot->widget = new WindowWidget(spec, target, image, keyboard, screens, place);
-    });
+    fThread->Post(
+        [slot = fSlot, image = fImage, place = fPlace, &keyboard, &screens, spec, target] {
+            slot->widget = new WindowWidget(spec, target, image, keyboard, screens, place);
+        });
 }
 
 QtWindow::~QtWindow() {

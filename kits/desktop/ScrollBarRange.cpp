@@ -1,7 +1,7 @@
+#include "kits/desktop/ScrollBarRange.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "kits/desktop/ScrollBarRange.h"
 
 namespace BPrivate {
 

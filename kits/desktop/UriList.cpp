@@ -1,10 +1,10 @@
+#include "kits/desktop/UriList.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <optional>
 #include <unistd.h>
-
-#include "kits/desktop/UriList.h"
 
 namespace BPrivate {
 

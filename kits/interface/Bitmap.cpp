@@ -1,5 +1,6 @@
-#include <cstring>
 #include <interface/Bitmap.h>
+
+#include <cstring>
 
 #include "kits/interface/BitmapData.h"
 

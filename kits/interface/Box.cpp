@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/Box.h>
+
+#include <app/Message.h>
 
 #include "kits/interface/ControlPeer.h"
 

@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/Button.h>
+
+#include <app/Message.h>
 #include <interface/Window.h>
 
 #include "kits/interface/LabelledPeer.h"

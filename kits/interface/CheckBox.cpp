@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/CheckBox.h>
+
+#include <app/Message.h>
 
 #include "kits/interface/LabelledPeer.h"
 

@@ -1,6 +1,7 @@
+#include <interface/ColorControl.h>
+
 #include <app/Message.h>
 #include <cmath>
-#include <interface/ColorControl.h>
 
 #include "kits/interface/LabelledPeer.h"
 

@@ -1,7 +1,8 @@
+#include <interface/Control.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <cmath>
-#include <interface/Control.h>
 #include <interface/Window.h>
 #include <kernel/OS.h>
 

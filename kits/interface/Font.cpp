@@ -1,7 +1,8 @@
+#include <interface/Font.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <interface/Font.h>
 
 #include "kits/interface/FontAccess.h"
 #include "kits/interface/ShownText.h"

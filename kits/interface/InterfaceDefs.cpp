@@ -1,7 +1,8 @@
+#include <interface/InterfaceDefs.h>
+
 #include <app/AppDefs.h>
 #include <app/Looper.h>
 #include <app/Message.h>
-#include <interface/InterfaceDefs.h>
 #include <kernel/OS.h>
 
 #include "kits/interface/Display.h"

@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/ListItem.h>
+
+#include <app/Message.h>
 #include <interface/ListView.h>
 
 namespace {

@@ -1,6 +1,7 @@
+#include <interface/ListView.h>
+
 #include <algorithm>
 #include <app/Message.h>
-#include <interface/ListView.h>
 #include <interface/Window.h>
 #include <utility>
 

@@ -1,6 +1,7 @@
+#include <interface/Menu.h>
+
 #include <algorithm>
 #include <app/Message.h>
-#include <interface/Menu.h>
 #include <string_view>
 
 #include "kits/interface/ArchiveFields.h"

@@ -1,6 +1,7 @@
+#include <interface/MenuField.h>
+
 #include <app/Message.h>
 #include <cmath>
-#include <interface/MenuField.h>
 
 #include "kits/interface/ArchiveFields.h"
 #include "kits/interface/MenuAccess.h"

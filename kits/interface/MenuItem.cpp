@@ -1,9 +1,10 @@
+#include <interface/MenuItem.h>
+
 #include <app/Application.h>
 #include <app/Message.h>
 #include <atomic>
 #include <interface/InterfaceDefs.h>
 #include <interface/Menu.h>
-#include <interface/MenuItem.h>
 #include <interface/Window.h>
 #include <kernel/OS.h>
 

@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/PopUpMenu.h>
+
+#include <app/Message.h>
 
 namespace {
 

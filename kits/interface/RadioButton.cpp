@@ -1,6 +1,7 @@
+#include <interface/RadioButton.h>
+
 #include <app/Message.h>
 #include <cstdint>
-#include <interface/RadioButton.h>
 #include <interface/Window.h>
 
 #include "kits/interface/LabelledPeer.h"

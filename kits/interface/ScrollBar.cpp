@@ -1,7 +1,8 @@
+#include <interface/ScrollBar.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <cmath>
-#include <interface/ScrollBar.h>
 #include <interface/Window.h>
 #include <limits>
 

@@ -1,9 +1,10 @@
+#include <interface/ScrollView.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <interface/InterfaceDefs.h>
 #include <interface/ListView.h>
 #include <interface/ScrollBar.h>
-#include <interface/ScrollView.h>
 #include <memory>
 
 namespace {

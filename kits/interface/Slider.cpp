@@ -1,7 +1,8 @@
+#include <interface/Slider.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <cmath>
-#include <interface/Slider.h>
 
 #include "kits/interface/ArchiveFields.h"
 #include "kits/interface/LabelledPeer.h"

@@ -1,5 +1,6 @@
-#include <app/Message.h>
 #include <interface/StringView.h>
+
+#include <app/Message.h>
 
 #include "kits/interface/ControlPeer.h"
 

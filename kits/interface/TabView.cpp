@@ -1,7 +1,8 @@
+#include <interface/TabView.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <cmath>
-#include <interface/TabView.h>
 #include <string_view>
 
 #include "kits/interface/ArchiveFields.h"

@@ -1,7 +1,8 @@
+#include <interface/TextControl.h>
+
 #include <algorithm>
 #include <app/Message.h>
 #include <cmath>
-#include <interface/TextControl.h>
 
 #include "kits/interface/ArchiveFields.h"
 #include "kits/interface/LabelledPeer.h"

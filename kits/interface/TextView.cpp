@@ -1,5 +1,6 @@
-#include <algorithm>
 #include <interface/TextView.h>
+
+#include <algorithm>
 #include <vector>
 
 #include "kits/interface/FontAccess.h"

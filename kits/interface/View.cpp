@@ -1,6 +1,7 @@
+#include <interface/View.h>
+
 #include <app/Message.h>
 #include <interface/ScrollBar.h>
-#include <interface/View.h>
 #include <interface/Window.h>
 #include <string_view>
 

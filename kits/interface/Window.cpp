@@ -1,8 +1,9 @@
+#include <interface/Window.h>
+
 #include <app/AppDefs.h>
 #include <app/Application.h>
 #include <app/Message.h>
 #include <interface/Button.h>
-#include <interface/Window.h>
 
 #include "kits/interface/ControlPeer.h"
 #include "kits/interface/WindowData.h"

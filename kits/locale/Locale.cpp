@@ -1,10 +1,10 @@
+#include <locale/Locale.h>
+
 #include <memory>
 #include <mutex>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
-
-#include <locale/Locale.h>
 
 #include "kits/locale/Catalogue.h"
 

@@ -1,9 +1,10 @@
+#include <storage/Directory.h>
+
 #include "kits/storage/Posix.h"
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <storage/Directory.h>
 #include <storage/Entry.h>
 #include <storage/File.h>
 #include <storage/Path.h>

@@ -1,10 +1,11 @@
+#include <storage/Entry.h>
+
 #include "kits/storage/Posix.h"
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <storage/Directory.h>
-#include <storage/Entry.h>
 #include <storage/Path.h>
 #include <sys/stat.h>
 #include <unistd.h>

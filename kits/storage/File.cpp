@@ -1,9 +1,10 @@
+#include <storage/File.h>
+
 #include "kits/storage/Posix.h"
 #include "kits/storage/Replacement.h"
 #include <cerrno>
 #include <fcntl.h>
 #include <storage/Entry.h>
-#include <storage/File.h>
 #include <storage/Path.h>
 #include <sys/stat.h>
 #include <unistd.h>

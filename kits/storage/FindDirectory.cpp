@@ -1,7 +1,8 @@
+#include <storage/FindDirectory.h>
+
 #include <cstdlib>
 #include <pwd.h>
 #include <storage/Directory.h>
-#include <storage/FindDirectory.h>
 #include <storage/Path.h>
 #include <string>
 #include <unistd.h>

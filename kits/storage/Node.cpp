@@ -1,8 +1,9 @@
+#include <storage/Node.h>
+
 #include "kits/storage/Posix.h"
 #include <cerrno>
 #include <fcntl.h>
 #include <storage/Directory.h>
-#include <storage/Node.h>
 #include <storage/Path.h>
 #include <sys/stat.h>
 #include <unistd.h>

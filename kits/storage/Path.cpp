@@ -1,5 +1,6 @@
-#include "kits/storage/Posix.h"
 #include <storage/Path.h>
+
+#include "kits/storage/Posix.h"
 
 using BPrivate::Join;
 

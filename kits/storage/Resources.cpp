@@ -1,5 +1,6 @@
-#include <algorithm>
 #include <storage/Resources.h>
+
+#include <algorithm>
 #include <string_view>
 
 using BPrivate::EmbeddedResource;

@@ -1,5 +1,6 @@
-#include <storage/Node.h>
 #include <storage/Statable.h>
+
+#include <storage/Node.h>
 #include <sys/stat.h>
 
 bool BStatable::IsFile() const {

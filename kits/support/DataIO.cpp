@@ -1,6 +1,6 @@
-#include <algorithm>
-
 #include <support/DataIO.h>
+
+#include <algorithm>
 
 namespace {
 

@@ -1,8 +1,8 @@
+#include <support/List.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
-
-#include <support/List.h>
 
 BList::BList(int32 blockSize) {
     // A hint from the caller, so a wild one must not cost anything.

@@ -1,6 +1,6 @@
-#include <chrono>
-
 #include <support/Locker.h>
+
+#include <chrono>
 
 BLocker::BLocker() : BLocker(nullptr) {}
 

@@ -1,3 +1,5 @@
+#include <support/String.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdarg>
@@ -6,8 +8,6 @@
 #include <functional>
 #include <new>
 #include <string_view>
-
-#include <support/String.h>
 
 #include "kits/support/StringBytes.h"
 

@@ -1,5 +1,6 @@
-#include "kits/interface/BitmapAccess.h"
 #include "kits/translation/AddOnTranslator.h"
+
+#include "kits/interface/BitmapAccess.h"
 #include "kits/translation/ImageLimits.h"
 #include <algorithm>
 #include <cstdio>

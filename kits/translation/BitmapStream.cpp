@@ -1,3 +1,5 @@
+#include <translation/BitmapStream.h>
+
 #include "kits/interface/BitmapAccess.h"
 #include "kits/translation/ImageLimits.h"
 #include <algorithm>
@@ -5,7 +7,6 @@
 #include <cmath>
 #include <cstring>
 #include <interface/Bitmap.h>
-#include <translation/BitmapStream.h>
 
 using BPrivate::BitmapAccess;
 

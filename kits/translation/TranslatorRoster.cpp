@@ -1,3 +1,5 @@
+#include <translation/TranslatorRoster.h>
+
 #include "kits/storage/ProgramPlaces.h"
 #include "kits/translation/AddOnTranslator.h"
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include <storage/Path.h>
 #include <string>
 #include <support/DataIO.h>
-#include <translation/TranslatorRoster.h>
 
 using BPrivate::AddOnModule;
 using BPrivate::AddOnTranslator;
@@ -28,8 +29,8 @@ struct Member {
 
 // Every thread that loads a picture makes a roster, so the disk is looked at once.
 const std::vector<AddOnModule*>& DefaultModules() {
-    static const auto& modules =
-        *new const std::vector<AddOnModule*>(AddOnModule::In(BPrivate::FindOfProgram("add-ons/translators")));
+    static const auto& modules = *new const std::vector<AddOnModule*>(
+        AddOnModule::In(BPrivate::FindOfProgram("add-ons/translators")));
     return modules;
 }
 

@@ -1,5 +1,6 @@
-#include "kits/translators/ByteReader.h"
 #include "kits/translators/Completeness.h"
+
+#include "kits/translators/ByteReader.h"
 #include <cctype>
 #include <cstdlib>
 #include <cstring>

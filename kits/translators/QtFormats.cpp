@@ -1,5 +1,6 @@
-#include "kits/translators/Completeness.h"
 #include "kits/translators/QtFormats.h"
+
+#include "kits/translators/Completeness.h"
 #include "kits/translators/QtSvg.h"
 #include <QImageReader>
 #include <algorithm>

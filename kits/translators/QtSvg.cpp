@@ -1,5 +1,6 @@
-#include "kits/translators/Problem.h"
 #include "kits/translators/QtSvg.h"
+
+#include "kits/translators/Problem.h"
 #include "kits/translators/SvgUses.h"
 #include <QGuiApplication>
 #include <QXmlStreamReader>

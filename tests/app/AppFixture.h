@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "app/LorivaneApp.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/framework/TestWindows.h"
-#include "tests/settings/SettingsHome.h"
 #include "window/LorivaneWindow.h"
 
 class AppFixture : public testing::Test {

@@ -7,9 +7,9 @@
 #include <storage/Entry.h>
 #include <storage/FilePanel.h>
 
-#include "app/MessageCodes.h"
-#include "app/Version.h"
 #include "framework/AppPrivacy.h"
+#include "framework/MessageCodes.h"
+#include "framework/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"

@@ -3,8 +3,8 @@
 #include <app/MessageFilter.h>
 #include <app/Messenger.h>
 
-#include "app/MessageCodes.h"
-#include "app/Version.h"
+#include "framework/MessageCodes.h"
+#include "framework/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "app/Version.h"
+#include "framework/Version.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <app/Message.h>
 #include <gtest/gtest.h>
 
-#include "app/MessageCodes.h"
 #include "framework/BasicWindow.h"
+#include "framework/MessageCodes.h"
 #include "tests/framework/TestWindows.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/framework/TestWindows.h"
 
 namespace {

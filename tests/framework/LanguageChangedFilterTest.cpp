@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "app/MessageCodes.h"
 #include "framework/BasicView.h"
 #include "framework/BasicWindow.h"
+#include "framework/MessageCodes.h"
 #include "tests/framework/TestWindows.h"
 
 namespace {

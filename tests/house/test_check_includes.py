@@ -43,6 +43,11 @@ BAD = [
     ("viewer/View.cpp", '#include "../kits/desktop/Panel.h"'),
     ("viewer/View.cpp", '#include "kits/include/app/Message.h"'),
     ("viewer/View.cpp", '#include "viewer/Missing.h"'),
+    ("framework/Color.cpp", '#include "viewer/ImageList.h"'),
+    ("viewer/ImageList.cpp", '#include <string>\n#include "viewer/ImageList.h"'),
+    ("viewer/ImageList.cpp", "#include <string>"),
+    ("viewer/ImageList.cpp", ""),
+    ("kits/app/Message.cpp", '#include <string>\n#include <app/Message.h>'),
     ("app/App.h", "#include <dbus/dbus.h>"),
     ("comment/Comment.cpp", "#include <iconv.h>"),
     ("window/Window.cpp", "#include <interface/Missing.h>"),
@@ -74,6 +79,8 @@ GOOD = [
     ("viewer/View.cpp", '#include "viewer/ImageList.h"'),
     ("viewer/View.cpp", '#include "ImageList.h"'),
     ("viewer/View.cpp", '#include "../framework/Thread.h"'),
+    ("viewer/ImageList.cpp", '// Why.\n#include "viewer/ImageList.h"\n#include <string>'),
+    ("kits/app/Message.cpp", "#include <app/Message.h>"),
     ("viewer/View.cpp", "#include <app/Message.h>"),
     ("viewer/View.cpp", "#include <vector>\n#include <cstdint>\n#include <cmath>"),
     ("viewer/View.cpp", "// #include <QPixmap>"),
@@ -90,7 +97,8 @@ GOOD = [
 
 
 class CheckIncludes(unittest.TestCase):
-    def tree(self, files):
+    def tree(self, files, once=True):
+        """A house with these files as well; the headers among them can be included twice."""
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         for path, text in {**HOUSE, **files}.items():
@@ -98,6 +106,8 @@ class CheckIncludes(unittest.TestCase):
             os.makedirs(os.path.dirname(whole), exist_ok=True)
             with open(whole, "w", encoding="utf-8") as file:
                 file.write(text + "\n")
+                if once and path in files and path.endswith(".h"):
+                    file.write("#pragma once\n")
         return folder.name
 
     def test_the_example_house_is_clean(self):
@@ -114,6 +124,10 @@ class CheckIncludes(unittest.TestCase):
         for path, text in GOOD:
             with self.subTest(path=path, text=text):
                 self.assertEqual(check_includes.check(self.tree({path: text})), [])
+
+    def test_a_header_that_cannot_be_included_twice_is_found(self):
+        self.assertEqual(check_includes.check(self.tree({"viewer/View.h": "#include <string>"},
+            once=False)), ["viewer/View.h:1: no #pragma once"])
 
     def test_the_line_number_counts_what_is_in_comments(self):
         faults = check_includes.check(

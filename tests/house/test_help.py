@@ -70,7 +70,7 @@ def menu_keys():
     source = read("window", "LorivaneWindowMenu.cpp")
     keys = re.findall(r'(?:make_item\(labels|add_menu\(\w+, labels), "([^"]+)"', source)
     keys += re.findall(r'\blabels\("([^"]+)"', source)
-    table = re.search(r"LKK_MITEM_DO[^{]*\{(.*?)\};", read("viewer", "DisplayOption.cpp"), re.S)
+    table = re.search(r"LKK_MITEM_DO[^{]*\{(.*?)\};", read("settings", "DisplayOption.cpp"), re.S)
     return keys + re.findall(r'"([^"]+)"', table.group(1))
 
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
+#include "framework/MessageCodes.h"
 #include "tests/iap/SharedFiles.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/iap/SharedFiles.h"
 
 // Components as another application sends them.

@@ -4,7 +4,7 @@
 #include <interface/CheckBox.h>
 #include <memory>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/framework/FailingDisk.h"
 #include "tests/iap/SharedFiles.h"
 

@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/iap/SharedFiles.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <storage/File.h>
 #include <string>
 
-#include "tests/settings/SettingsHome.h"
+#include "tests/framework/SettingsHome.h"
 
 /// The shared settings files of a user of a test's own; there are none at first.
 class TSharedFiles {

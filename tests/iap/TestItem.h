@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPItem.h"
 #include "tests/framework/TestWindows.h"
 #include "tests/iap/SharedFiles.h"

@@ -9,11 +9,11 @@
 #include "framework/Layout.h"
 #include "kits/storage/EmbeddedResources.h"
 #include "resources/compiler/LayoutCompiler.h"
-#include "settings/PropertyView.h"
-#include "settings/PropertyWindow.h"
 #include "tests/framework/TemporaryFolder.h"
 #include "tests/framework/TestWindows.h"
 #include "viewer/Image.h"
+#include "window/PropertyView.h"
+#include "window/PropertyWindow.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <support/TypeConstants.h>
 
-#include "app/Version.h"
+#include "framework/Version.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/recording_display/RecordingDisplay.h"
-#include "tests/settings/SettingsHome.h"
 
 namespace {
 

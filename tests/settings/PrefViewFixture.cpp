@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "kits/locale/Catalogue.h"

@@ -13,8 +13,8 @@
 #include "framework/FindChild.h"
 #include "settings/Prefs.h"
 #include "settings/PrefsWindow.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/framework/TestWindows.h"
-#include "tests/settings/SettingsHome.h"
 
 class PrefViewFixture : public testing::Test {
 public:

@@ -10,8 +10,8 @@
 
 #include <map>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
+#include "framework/MessageCodes.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/PrefChoices.h"
 #include "tests/settings/PrefViewFixture.h"

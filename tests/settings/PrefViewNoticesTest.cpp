@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/framework/FailingDisk.h"
 #include "tests/settings/PrefViewFixture.h"
 

@@ -6,9 +6,9 @@
 #include <support/TypeConstants.h>
 #include <thread>
 
-#include "settings/SettingsFile.h"
+#include "framework/SettingsFile.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/recording_display/RecordingDisplay.h"
-#include "tests/settings/SettingsHome.h"
 
 namespace {
 

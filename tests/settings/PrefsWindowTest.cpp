@@ -7,7 +7,7 @@
 
 #include <limits>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/PrefView.h"
 #include "tests/settings/BrokenLayout.h"
 #include "tests/settings/PrefViewFixture.h"

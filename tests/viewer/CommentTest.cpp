@@ -1,8 +1,8 @@
 #include <filesystem>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 // The comment over the image. Every character is 6 wide and a line 12 high; the padding is 5, the
 // margin 20. The image area of the window is 300 x 186 pixels.

@@ -1,7 +1,7 @@
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include <cstdlib>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <set>
 
-#include "viewer/DisplayOption.h"
+#include "settings/DisplayOption.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <storage/File.h>
 
+#include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
 #include "tests/framework/TemporaryFolder.h"
 #include "tests/viewer/FakeRoster.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <interface/InterfaceDefs.h>
 #include <storage/Entry.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include <app/MessageQueue.h>
 #include <interface/ScrollBar.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <kernel/OS.h>
 #include <storage/Entry.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
 
 namespace {

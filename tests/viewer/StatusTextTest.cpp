@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "viewer/DisplayOption.h"
+#include "settings/DisplayOption.h"
 #include "viewer/StatusView.h"
 
 namespace {

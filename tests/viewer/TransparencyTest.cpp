@@ -5,9 +5,9 @@
 #include <interface/Bitmap.h>
 #include <vector>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

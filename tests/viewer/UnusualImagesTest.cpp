@@ -3,9 +3,9 @@
 #include <cmath>
 #include <interface/ScrollBar.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "tests/viewer/ViewerTest.h"
-#include "viewer/DisplayOption.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "app/MessageCodes.h"
-#include "viewer/DisplayOption.h"
+#include "framework/MessageCodes.h"
+#include "settings/DisplayOption.h"
 #include "viewer/KeyDownFilter.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/MessageCodes.h"
 #include "framework/LocalText.h"
+#include "framework/MessageCodes.h"
 #include "iap/InterAppPrefs.h"
 #include "tests/framework/FailingDisk.h"
 #include "tests/window/WindowFixture.h"

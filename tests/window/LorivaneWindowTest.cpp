@@ -3,7 +3,7 @@
 #include <cmath>
 #include <interface/MenuBar.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "settings/ExitStates.h"
 #include "tests/window/WindowFixture.h"
 #include "viewer/LorivaneView.h"

@@ -8,8 +8,8 @@
 #include <functional>
 #include <set>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
+#include "framework/MessageCodes.h"
 #include "iap/InterAppPrefs.h"
 #include "tests/window/WindowFixture.h"
 

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "tests/settings/SettingsHome.h"
+#include "tests/framework/SettingsHome.h"
 
 namespace {
 

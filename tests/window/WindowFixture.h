@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "settings/Prefs.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/framework/TestWindows.h"
-#include "tests/settings/SettingsHome.h"
 #include "window/LorivaneWindow.h"
 
 class WindowFixture : public testing::Test {

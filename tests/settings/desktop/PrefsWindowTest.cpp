@@ -12,8 +12,8 @@
 #include "iap/InterAppPrefs.h"
 #include "kits/locale/Catalogue.h"
 #include "settings/PrefView.h"
+#include "tests/framework/SettingsHome.h"
 #include "tests/settings/LayoutCheck.h"
-#include "tests/settings/SettingsHome.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The image information as the desktop shows it.
 
-#include "settings/PropertyWindow.h"
+#include "window/PropertyWindow.h"
 
 #include <QApplication>
 #include <QLabel>

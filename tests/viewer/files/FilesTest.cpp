@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/WindowTest.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 
 #include <app/AppDefs.h>
 #include <gtest/gtest.h>

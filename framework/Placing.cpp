@@ -1,4 +1,4 @@
-#include "settings/Placing.h"
+#include "framework/Placing.h"
 
 #include <cmath>
 #include <interface/View.h>

@@ -1,10 +1,10 @@
-#include "settings/SettingsFile.h"
+#include "framework/SettingsFile.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <storage/Path.h>
 
-#include "tests/settings/SettingsHome.h"
+#include "tests/framework/SettingsHome.h"
 
 namespace {
 

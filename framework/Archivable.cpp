@@ -1,4 +1,4 @@
-#include "settings/Archivable.h"
+#include "framework/Archivable.h"
 
 #include <cstring>
 #include <storage/File.h>

@@ -1,4 +1,4 @@
-#include "settings/PropertyView.h"
+#include "window/PropertyView.h"
 
 #include <algorithm>
 #include <app/AppDefs.h>
@@ -11,16 +11,16 @@
 #include <interface/Window.h>
 #include <locale/Locale.h>
 
-#include "app/MessageCodes.h"
 #include "framework/Accelerator.h"
 #include "framework/Adjust.h"
 #include "framework/FileName.h"
 #include "framework/FindChild.h"
 #include "framework/LanguageChangedFilter.h"
-#include "settings/FormatNum.h"
-#include "settings/Placing.h"
+#include "framework/MessageCodes.h"
+#include "framework/Placing.h"
 #include "viewer/Image.h"
 #include "viewer/StatusView.h"
+#include "window/FormatNum.h"
 
 namespace {
 

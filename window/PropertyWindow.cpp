@@ -1,4 +1,4 @@
-#include "settings/PropertyWindow.h"
+#include "window/PropertyWindow.h"
 
 #include <app/Message.h>
 #include <memory>
@@ -6,7 +6,7 @@
 #include "framework/FileName.h"
 #include "framework/Layout.h"
 #include "framework/LocalText.h"
-#include "settings/PropertyView.h"
+#include "window/PropertyView.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/FindChild.h"
-#include "tests/settings/information/InformationFixture.h"
+#include "tests/window/information/InformationFixture.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "settings/PropertyWindow.h"
+#include "window/PropertyWindow.h"
 
 #include <app/Application.h>
 #include <cstring>
@@ -9,9 +9,9 @@
 #include <storage/Resources.h>
 
 #include "framework/FindChild.h"
-#include "settings/PropertyView.h"
 #include "tests/settings/BrokenLayout.h"
-#include "tests/settings/information/InformationFixture.h"
+#include "tests/window/information/InformationFixture.h"
+#include "window/PropertyView.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "tests/settings/information/InformationFixture.h"
+#include "tests/window/information/InformationFixture.h"
 
 #include <app/Looper.h>
 #include <filesystem>
 #include <storage/File.h>
 
-#include "app/MessageCodes.h"
+#include "framework/MessageCodes.h"
 #include "tests/viewer/FakeRoster.h"
 
 InformationFixture::InformationFixture() {

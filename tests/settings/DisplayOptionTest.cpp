@@ -1,4 +1,4 @@
-#include "viewer/DisplayOption.h"
+#include "settings/DisplayOption.h"
 
 #include <gtest/gtest.h>
 

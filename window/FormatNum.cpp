@@ -1,4 +1,4 @@
-#include "settings/FormatNum.h"
+#include "window/FormatNum.h"
 
 #include <support/String.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/AboutView.h"
+#include "app/AboutView.h"
 #include "framework/DialogWindow.h"
 
 #include <string>

@@ -1,9 +1,9 @@
-#include "framework/AboutView.h"
+#include "app/AboutView.h"
 
-#include "app/MessageCodes.h"
+#include "app/AppInfoView.h"
 #include "framework/Accelerator.h"
-#include "framework/AppInfoView.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/MessageCodes.h"
 #include "iap/InterAppPrefs.h"
 
 #include <algorithm>

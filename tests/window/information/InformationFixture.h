@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "kits/locale/Catalogue.h"
-#include "settings/PropertyWindow.h"
 #include "tests/framework/TemporaryFolder.h"
 #include "tests/framework/TestWindows.h"
 #include "viewer/Image.h"
+#include "window/PropertyWindow.h"
 
 class InformationFixture : public testing::Test {
 protected:

@@ -1,4 +1,4 @@
-#include "settings/Archivable.h"
+#include "framework/Archivable.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "framework/AboutWindow.h"
+#include "app/AboutWindow.h"
 
-#include "framework/AppInfoView.h"
+#include "app/AppInfoView.h"
 #include "framework/LocalText.h"
 
 TZELKANAboutWindow::TZELKANAboutWindow(BRect frame, TZELKANAboutView* aboutView)

@@ -1,13 +1,13 @@
-#include "framework/AboutWindow.h"
+#include "app/AboutWindow.h"
 
 #include <app/Application.h>
 #include <gtest/gtest.h>
 #include <interface/Button.h>
 #include <interface/StringView.h>
 
-#include "app/MessageCodes.h"
-#include "app/Version.h"
-#include "framework/AppInfoView.h"
+#include "app/AppInfoView.h"
+#include "framework/MessageCodes.h"
+#include "framework/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "kits/locale/LanguageChange.h"

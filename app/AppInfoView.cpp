@@ -1,10 +1,10 @@
-#include "framework/AppInfoView.h"
+#include "app/AppInfoView.h"
 
-#include "app/Version.h"
-#include "framework/AboutView.h"
+#include "app/AboutView.h"
 #include "framework/Icons.h"
 #include "framework/LanguageChangedFilter.h"
 #include "framework/LocalText.h"
+#include "framework/Version.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "settings/SettingsFile.h"
+#include "framework/SettingsFile.h"
 
 #include <interface/InterfaceDefs.h>
 #include <storage/Directory.h>
