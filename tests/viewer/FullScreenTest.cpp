@@ -129,6 +129,7 @@ TEST_P(FullScreenOption, IsHonouredOnSteppingInFullScreen) {
 }
 
 TEST_P(FullScreenOption, CanBeChosenInFullScreen) {
+    SKIP_AS_NOT_ABOUT_THREADS();
     WriteImage("a", kRed, 320, 200);
     WriteImage("b", kGreen, 2500, 1000);
     for (int32 before = 0; before < kDisplayOptionCount; ++before) {

@@ -33,6 +33,7 @@ protected:
 };
 
 TEST_F(UnusualImages, AreShownUnderEveryOption) {
+    SKIP_AS_NOT_ABOUT_THREADS();
     struct {
         int32 width;
         int32 height;

@@ -3,6 +3,14 @@
 #include "tests/viewer/FakeRoster.h"
 #include "tests/viewer/WindowTest.h"
 
+/// For a test that moves hundreds of megabytes of pixels, which takes the sanitizer of threads most of
+/// its time, in steps that other tests take, too.
+#ifdef __SANITIZE_THREAD__
+#define SKIP_AS_NOT_ABOUT_THREADS() GTEST_SKIP() << "only many pixels"
+#else
+#define SKIP_AS_NOT_ABOUT_THREADS() (void)0
+#endif
+
 /// A window whose images the fake decoder knows by their file names.
 class ViewerTest : public WindowTest {
 protected:

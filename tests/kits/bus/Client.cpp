@@ -18,9 +18,11 @@ constexpr uint64_t kPatience = 100'000'000;
 
 }  // namespace
 
-Client::Client() {
+// The bus takes a connection for that of the user that the process is when it is made.
+Client::Client(uid_t user) {
     Session::Get();
-    if (sd_bus_open_user(&fBus) < 0)
+    const uid_t own = geteuid();
+    if (seteuid(user) != 0 || sd_bus_open_user(&fBus) < 0 || seteuid(own) != 0)
         std::abort();
 }
 

@@ -4,6 +4,7 @@
 #include <list>
 #include <string>
 #include <systemd/sd-bus.h>
+#include <unistd.h>
 
 /// A program of another kind on the session bus, which sends what it likes.
 class Client {
@@ -11,8 +12,8 @@ public:
     using Fill = std::function<int(sd_bus_message*)>;
     using Answered = std::function<void(unsigned)>;
 
-    /// On the tests' own bus.
-    Client();
+    /// On the tests' own bus, as a process of that user; only root can be another.
+    explicit Client(uid_t user = geteuid());
     ~Client();
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;

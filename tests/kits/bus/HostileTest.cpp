@@ -22,6 +22,8 @@ constexpr char kSignature[] = "application/x-vnd.Test-Target";
 constexpr char kApplicationName[] =
     "org.lorivane.Application.napplication_2fx_2dvnd_2etest_2dtarget";
 constexpr uint64_t kForEver = UINT64_MAX;
+constexpr uid_t kNobody = 65534;
+constexpr char kRefused[] = "org.freedesktop.DBus.Error.AccessDenied";
 
 // The results of Write.
 constexpr char kWritten[] = "0", kNoPort[] = "1", kFull[] = "2", kTooLate[] = "3",
@@ -235,6 +237,17 @@ TEST_F(HostilePortsTest, WritesOfWhoLeavesAreForgotten) {
     EXPECT_EQ(fOwner.Ask("read 1 0"), std::to_string(B_WOULD_BLOCK));
 }
 
+TEST_F(HostilePortsTest, NobodyElseWrites) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can be another user";
+    Client stranger(kNobody);
+    const auto open = [](sd_bus_message* call) { return sd_bus_message_append(call, "s", "port"); };
+    EXPECT_EQ(stranger.CallPorts(kPortName, "Open", open), kRefused);
+    EXPECT_EQ(stranger.CallPorts(kPortName, "Write", Write(Bytes("x"))), kRefused);
+    EXPECT_EQ(fOwner.Ask("count 1"), "0");
+    EXPECT_EQ(Send(Write(Bytes("x"))), kWritten);
+}
+
 namespace {
 
 class HostileApplicationTest : public testing::Test {
@@ -368,6 +381,23 @@ TEST_F(HostileApplicationTest, OnlySoMuchOfCommandLinesWaits) {
     for (int i = 0; i < 8; ++i)
         fClient.SendToApplication(kApplicationName, "Launch", Words(large), [](auto) {});
     EXPECT_EQ(Call("Launch", Words(large)), "org.freedesktop.DBus.Error.LimitsExceeded");
+}
+
+TEST_F(HostileApplicationTest, NobodyElseIsHeard) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can be another user";
+    Client stranger(kNobody);
+    EXPECT_EQ(stranger.CallApplication(kApplicationName, "Launch", Words("bad")), kRefused);
+    BMessage message('text');
+    message.AddString("text", "bad");
+    stranger.Broadcast(Bytes(Flattened(message)));
+    // By then the bus has passed that on.
+    EXPECT_EQ(stranger.CallApplication(kApplicationName, "Launch", Words("bad")), kRefused);
+    EXPECT_EQ(Call("Launch", Words("good")), "0");
+    EXPECT_EQ(fTarget.Hear(), "argv 2");
+    message.ReplaceString("text", "good");
+    fClient.Broadcast(Bytes(Flattened(message)));
+    EXPECT_EQ(fTarget.Hear(), "got text good 0 remote");
 }
 
 TEST(BusTest, ABusThatGoesAwayTakesTheOthersWithIt) {

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <kernel/OS.h>
+#include <list>
+#include <set>
 #include <thread>
 
 #include "tests/Eventually.h"
@@ -177,6 +179,37 @@ TEST_F(PortsTest, ManyWritersAllArrive) {
     for (std::thread& writer : writers)
         writer.join();
     EXPECT_EQ(written, 200);
+}
+
+TEST_F(PortsTest, MoreOfAProcessWaitThanTheOwnerLetsAtOnce) {
+    Fill();
+    struct Writer {
+        port_id port;
+        int32 code;
+        thread_id thread;
+    };
+    constexpr int32 kFirst = 4, kLast = 73;
+    std::list<Writer> writers;
+    for (int32 code = kFirst; code <= kLast; ++code) {
+        Writer& writer = writers.emplace_back(fPort, code, -1);
+        const auto write = [](void* data) -> int32 {
+            const auto& self = *static_cast<Writer*>(data);
+            return Write(self.port, self.code, 10, B_INFINITE_TIMEOUT);
+        };
+        writer.thread = spawn_thread(write, "writer", B_NORMAL_PRIORITY, &writer);
+        resume_thread(writer.thread);
+    }
+    for (const Writer& writer : writers)
+        EXPECT_TRUE(IsWaiting(writer.thread));
+    std::set<int> codes;
+    for (int32 i = 1; i <= kLast; ++i)
+        codes.insert(std::stoi(fOwner.Ask("read 1")));
+    EXPECT_EQ(codes.size(), size_t{kLast});
+    for (const Writer& writer : writers) {
+        status_t result = B_ERROR;
+        EXPECT_EQ(wait_for_thread(writer.thread, &result), B_OK);
+        EXPECT_EQ(result, B_OK);
+    }
 }
 
 TEST_F(PortsTest, AKilledOwnersPortIsGone) {

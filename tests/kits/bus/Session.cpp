@@ -13,7 +13,8 @@ std::vector<std::string> PeerWords(const std::vector<std::string>& words) {
 }  // namespace
 
 Session::Session()
-    : fDaemon({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}),
+    : fDaemon({"dbus-daemon", "--config-file", BUS_TEST_CONFIGURATION, "--nofork", "--nopidfile",
+          "--print-address=1"}),
       fAddress(fDaemon.Hear()) {}
 
 Session& Session::Get() {

@@ -106,6 +106,23 @@ TEST_F(PortTest, RefusesNonsense) {
     }
 }
 
+TEST_F(PortTest, AProcessHasOnlySoMany) {
+    constexpr size_t kMost = 4096;
+    std::vector<port_id> ports;
+    port_id port = fPort;
+    while (port > 0 && ports.size() < 2 * kMost) {
+        ports.push_back(port);
+        port = create_port(1, NameOf(std::to_string(ports.size())).c_str());
+    }
+    EXPECT_EQ(port, B_NO_MORE_PORTS);
+    EXPECT_EQ(ports.size(), kMost);
+    EXPECT_EQ(delete_port(ports.back()), B_OK);
+    ports.back() = create_port(1, NameOf("another").c_str());
+    EXPECT_GT(ports.back(), 0);
+    for (size_t i = 1; i < ports.size(); ++i)
+        EXPECT_EQ(delete_port(ports[i]), B_OK);
+}
+
 TEST_F(PortTest, WaitsNoLongerThanItMay) {
     char byte;
     EXPECT_EQ(read_port_etc(fPort, nullptr, &byte, 1, B_RELATIVE_TIMEOUT, 0), B_WOULD_BLOCK);
