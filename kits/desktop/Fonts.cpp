@@ -10,6 +10,7 @@
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "kits/desktop/FrontImage.h"
 
@@ -50,9 +51,18 @@ QFont ImageFont(const FontSpec& spec, const QImage& image) {
     return QFont(font, &image);
 }
 
+/// Whether nothing is drawn on these pixels.
+bool IsClear(const QRgb* pixels, int count) {
+    // All are as the one before.
+    return pixels[0] == 0 &&
+        std::memcmp(pixels, pixels + 1, sizeof(QRgb) * static_cast<size_t>(count - 1)) == 0;
+}
+
 /// A premultiplied pixel over one that is not.
 QRgb Over(QRgb above, QRgb below) {
     const int alpha = qAlpha(above);
+    if (alpha == 255)
+        return above;  // as all below would make it
     // What is seen of the pixel below, in 255ths.
     const int rest = (qAlpha(below) * (255 - alpha) + 127) / 255;
     const int sum = alpha + rest;
@@ -164,14 +174,13 @@ void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_colo
     QImage measure = MeasuringImage();
     const QFont font = ImageFont(spec, measure);
     const QFontMetricsF metrics(font, &measure);
-    // Slanted letters and accents reach beyond their own boxes, but not by more than a box.
+    // Slanted letters and accents reach beyond their own boxes, but not by more than a box. How long
+    // the text is takes longer to tell than to leave room for it.
     const auto ratio = double{buffer.ratio};
-    const double reach = metrics.height() * ratio;
-    const QRectF ink(origin.x - reach, origin.y - 2 * reach,
-        metrics.horizontalAdvance(text) * ratio + 2 * reach, 3 * reach);
+    const auto reach = static_cast<float>(metrics.height() * ratio);
     const QRect area = PixelsOf(clip) & QRect(0, 0, buffer.width, buffer.height) &
-        PixelsOf(BRect(static_cast<float>(ink.left()), static_cast<float>(ink.top()),
-            static_cast<float>(ink.right()), static_cast<float>(ink.bottom())));
+        PixelsOf(BRect(origin.x - reach, origin.y - 2 * reach, std::max(origin.x, clip.right),
+            origin.y + reach));
     if (area.isEmpty())
         return;
 
@@ -196,6 +205,8 @@ void DrawTextInto(const PixelBuffer& buffer, BRect clip, BPoint origin, rgb_colo
     }
     for (int y = 0; y < area.height(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
+        if (IsClear(from, area.width()))
+            continue;  // as most are: there is room for all that letters may reach
         auto* to = reinterpret_cast<QRgb*>(
                        buffer.bits + static_cast<ptrdiff_t>(area.top() + y) * buffer.bytesPerRow) +
             area.left();

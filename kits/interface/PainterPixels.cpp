@@ -1,5 +1,6 @@
 #include "kits/interface/Painter.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "kits/interface/PixelOps.h"
@@ -56,6 +57,52 @@ void DrawSameSize<ReadRgba32, WriteCopy>(
         if (y + kAhead < area.bottom)
             Prefetch(sourceOf(y + kAhead), length);
         std::memcpy(PixelOf(to, area.left, y), sourceOf(y), length);
+    }
+}
+
+/// Blends a few pixels into others that are all opaque, as a window's are. The loops are such that
+/// the compiler turns each into one over many pixels at a time.
+void BlendOnOpaque(uint8* target, const uint8* source, std::size_t count, uint8* alphas) {
+    for (std::size_t i = 0; i < count; i++) {
+        Pixel alpha = ReadRgba32::At(source, static_cast<int32>(i)) >> 24;
+        alpha |= alpha << 8;
+        alpha |= alpha << 16;
+        std::memcpy(alphas + 4 * i, &alpha, sizeof(alpha));
+    }
+    // As BlendPixel() does it, in which 0 and 255 are no special cases; the sum has 16 bits.
+    for (std::size_t i = 0; i < 4 * count; i++) {
+        const auto sum =
+            static_cast<uint16>(source[i] * alphas[i] + target[i] * (255 - alphas[i]) + 128);
+        target[i] = static_cast<uint8>(static_cast<uint16>(sum + (sum >> 8)) >> 8);
+    }
+    for (std::size_t i = 0; i < count; i++)
+        target[4 * i + 3] = 255;
+}
+
+bool AreOpaque(const uint8* pixels, std::size_t count) {
+    Pixel all = kOpaque;
+    for (std::size_t i = 0; i < count; i++)
+        all &= ReadRgba32::At(pixels, static_cast<int32>(i));
+    return all == kOpaque;
+}
+
+template <>
+void DrawSameSize<ReadRgba32, WriteAlpha>(
+    const PixelBuffer& to, PixelRect area, const PixelBuffer& from, int32 dx, int32 dy) {
+    constexpr int32 kAtOnce = 64;
+    uint8 alphas[std::size_t{4} * kAtOnce];
+    for (int32 y = area.top; y < area.bottom; y++) {
+        for (int32 x = area.left; x < area.right; x += kAtOnce) {
+            const auto count = static_cast<std::size_t>(std::min(kAtOnce, area.right - x));
+            const uint8* source = RowOf(from, y + dy) + std::ptrdiff_t{4} * (x + dx);
+            uint8* target = PixelOf(to, x, y);
+            if (AreOpaque(target, count)) {
+                BlendOnOpaque(target, source, count, alphas);
+                continue;
+            }
+            for (std::size_t i = 0; i < count; i++)
+                Put<WriteAlpha>(target + 4 * i, ReadRgba32::At(source, static_cast<int32>(i)));
+        }
     }
 }
 

@@ -33,15 +33,15 @@ inline Pixel BlendPixel(Pixel over, Pixel under) {
         return under;
     const uint32 below = under >> 24;
     if (below == 255) {
-        // Two channels at once; x * 257 + 256 >> 16 divides a product of bytes by 255, rounded
-        // down at most one short, which 128 makes up for.
-        const auto channel = [alpha](uint32 a, uint32 b) {
-            const uint32 sum = a * alpha + b * (255 - alpha) + 128;
-            return (sum + (sum >> 8)) >> 8;
+        // Two channels at once, each in the lower byte of 16 bits. Their sums fit there, and the
+        // 257th part of a byte's product, with 128 for the rounding, is its 255th.
+        constexpr uint32 kLower = 0x00ff00ff;
+        const auto channels = [alpha](uint32 a, uint32 b) {
+            const uint32 sums = a * alpha + b * (255 - alpha) + 0x00800080;
+            return (sums + ((sums >> 8) & kLower)) >> 8 & kLower;
         };
-        return kOpaque | (channel((over >> 16) & 255, (under >> 16) & 255) << 16) |
-            (channel((over >> 8) & 255, (under >> 8) & 255) << 8) |
-            channel(over & 255, under & 255);
+        return kOpaque | channels(over & kLower, under & kLower) |
+            channels((over >> 8) & 255, (under >> 8) & 255) << 8;
     }
     // Weights of both in units of 1 / (255 * 255).
     const uint32 upper = alpha * 255;

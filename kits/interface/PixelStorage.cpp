@@ -1,6 +1,7 @@
 #include "kits/interface/PixelStorage.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -57,10 +58,18 @@ PixelStorage::~PixelStorage() {
 }
 
 PixelStorage PixelStorage::Allocate(std::size_t size) {
-    void* memory = size >= 2 * kHugePage ? MapLargePages(size) : Map(size);
+    // The C library gives small memory again that was used before; pages of the kernel's are cleared
+    // one by one at their first touch, which takes longer than to fill them.
+    const bool isLarge = size >= 2 * kHugePage;
+    void* memory = isLarge ? MapLargePages(size) : std::calloc(size, 1);
     if (memory == nullptr)
         return {};
-    return Adopt(static_cast<uint8*>(memory), [memory, size] { munmap(memory, size); });
+    return Adopt(static_cast<uint8*>(memory), [=] {
+        if (isLarge)
+            munmap(memory, size);
+        else
+            std::free(memory);
+    });
 }
 
 PixelStorage PixelStorage::Adopt(uint8* bits, std::function<void()> release) {

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <random>
 
 #include "tests/kits/interface/Pixels.h"
@@ -148,6 +149,54 @@ TEST(DrawPixels, ModesAndSpaces) {
             larger.Buffer(), larger.All(), row.source, {0, 0, 2, 1}, {0, 0, 4, 2}, row.mode);
         EXPECT_EQ(larger.At(1, 1), row.first);
         EXPECT_EQ(larger.At(2, 0), row.second);
+    }
+}
+
+/// A channel of `over` drawn on `under` by their alphas, rounded to the nearest, in floating point.
+int BlendedChannel(int over, int overAlpha, int under, int underAlpha) {
+    const double upper = overAlpha / 255.0;
+    const double lower = underAlpha / 255.0 * (1 - upper);
+    return upper + lower == 0
+        ? under
+        : static_cast<int>(std::lround((over * upper + under * lower) / (upper + lower)));
+}
+
+// Every alpha and every colour, on rows of which some are opaque throughout.
+TEST(DrawPixels, AlphaIsExact) {
+    constexpr int kWidth = 256;
+    for (const int translucent : {-1, 0, 70, 255}) {
+        std::vector<Pixel> from, to;
+        for (int alpha = 0; alpha < 256; alpha++) {
+            for (int x = 0; x < kWidth; x++) {
+                const auto color = static_cast<uint8>(x);
+                const auto other = static_cast<uint8>(3 * x + 7 * alpha);
+                from.push_back(ToPixel(
+                    {color, other, static_cast<uint8>(255 - x), static_cast<uint8>(alpha)}));
+                to.push_back(ToPixel({static_cast<uint8>(255 - color), color, other,
+                    static_cast<uint8>(x == translucent ? 100 : 255)}));
+            }
+        }
+        const std::vector<Pixel> before = to;
+        const auto buffer = [](std::vector<Pixel>& pixels) {
+            return PixelBuffer{reinterpret_cast<uint8*>(pixels.data()), 4 * kWidth, kWidth, 256};
+        };
+        const PixelRect all{0, 0, kWidth, 256};
+        Painter::DrawPixels(buffer(to), all, {buffer(from), B_RGBA32}, all, all, B_OP_ALPHA);
+        int wrong = 0;
+        for (std::size_t i = 0; i < to.size(); i++) {
+            const rgb_color over = ToColor(from[i]);
+            const rgb_color under = ToColor(before[i]);
+            const rgb_color got = ToColor(to[i]);
+            const auto blended = [&](int a, int b) {
+                return BlendedChannel(a, over.alpha, b, under.alpha);
+            };
+            const int alpha = static_cast<int>(
+                std::lround(over.alpha + under.alpha * (255 - over.alpha) / 255.0));
+            wrong += got.red != blended(over.red, under.red) ||
+                got.green != blended(over.green, under.green) ||
+                got.blue != blended(over.blue, under.blue) || got.alpha != alpha;
+        }
+        EXPECT_EQ(wrong, 0) << translucent;
     }
 }
 
