@@ -1,6 +1,7 @@
 #include "kits/desktop/Fonts.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QImage>
@@ -122,6 +123,10 @@ std::vector<std::string> InstalledFontFamilies() {
             families.push_back(family.toStdString());
     }
     std::ranges::sort(families);
+    // Whoever takes the first, as when another is not installed, gets the one that is drawn then.
+    const std::string own = QFontInfo(WidgetFont({})).family().toStdString();
+    if (const auto found = std::ranges::find(families, own); found != families.end())
+        std::rotate(families.begin(), found, found + 1);
     return families;
 }
 

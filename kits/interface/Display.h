@@ -313,7 +313,8 @@ public:
 
     virtual rgb_color UiColor(color_which which) = 0;
 
-    /// The names of the installed scalable font families, sorted.
+    /// The names of the installed scalable font families: first the one that is drawn where a family
+    /// is not installed, then the others, sorted.
     virtual std::vector<std::string> FontFamilies() = 0;
     virtual FontMetrics Metrics(const FontSpec& font) = 0;
     /// The advance of the text in pixels.

@@ -68,5 +68,6 @@ extern const BFont* const be_bold_font;
 /// The number of installed font families. What get_font_family() tells the same thread stays with
 /// it until the thread counts again.
 int32 count_font_families();
-/// The name of one, in alphabetical order. `B_BAD_INDEX` outside of their number.
+/// The name of one: the first is the one that stands in where a family is not installed, the others
+/// are in alphabetical order. `B_BAD_INDEX` outside of their number.
 status_t get_font_family(int32 index, font_family* name, uint32* flags = nullptr);

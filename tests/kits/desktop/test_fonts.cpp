@@ -16,6 +16,7 @@ constexpr int32 kHeight = 40;
 class Picture {
 public:
     explicit Picture(uint32 pixel = 0) : fPixels(kWidth * kHeight, pixel) {}
+    bool operator==(const Picture&) const = default;
 
     PixelBuffer Get() {
         return {reinterpret_cast<uint8*>(fPixels.data()), kWidth * 4, kWidth, kHeight};
@@ -211,10 +212,16 @@ TEST(Fonts, SizesThatAreNoneAreSurvived) {
         EXPECT_GT(TheDisplay().Metrics({"", size}).ascent, 0);
 }
 
-TEST(Fonts, FamiliesAreSorted) {
+TEST(Fonts, FamiliesAreSortedBehindTheOneThatStandsIn) {
     const std::vector<std::string> families = TheDisplay().FontFamilies();
-    EXPECT_FALSE(families.empty());
-    EXPECT_TRUE(std::ranges::is_sorted(families));
+    ASSERT_FALSE(families.empty());
+    EXPECT_TRUE(std::ranges::is_sorted(families.begin() + 1, families.end()));
+    EXPECT_EQ(std::ranges::count(families, families.front()), 1);
+    Picture first, missing;
+    Draw(first, {families.front(), 20});
+    Draw(missing, {"No Such Family At All", 20});
+    EXPECT_TRUE(first.Inked().IsValid());
+    EXPECT_EQ(first, missing);
 }
 
 }  // namespace
