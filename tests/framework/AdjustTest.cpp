@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr BRect kFrame(10, 20, 29, 44);
+constexpr BRect kControlFrame(10, 20, 29, 44);
 
 template <typename Control>
 void expect_adjusted(Control& control, void (*adjust)(Control*)) {
@@ -21,25 +21,25 @@ void expect_adjusted(Control& control, void (*adjust)(Control*)) {
     control.GetPreferredSize(&width, &height);
     adjust(&control);
     EXPECT_EQ(control.Bounds().Width(), std::ceil(width));
-    EXPECT_EQ(control.Bounds().Height(), kFrame.Height());
-    EXPECT_EQ(control.Frame().LeftTop(), kFrame.LeftTop());
+    EXPECT_EQ(control.Bounds().Height(), kControlFrame.Height());
+    EXPECT_EQ(control.Frame().LeftTop(), kControlFrame.LeftTop());
 }
 
 TEST(Adjust, GivesControlsTheWidthTheyPrefer) {
     for (const char* label : {"A label", "Another, much longer label", ""}) {
-        BButton button(kFrame, "ButtonA", label, nullptr);
+        BButton button(kControlFrame, "ButtonA", label, nullptr);
         expect_adjusted(button, adjust_button_width);
-        BCheckBox box(kFrame, "CBoxA", label, nullptr);
+        BCheckBox box(kControlFrame, "CBoxA", label, nullptr);
         expect_adjusted(box, adjust_cbox_width);
-        BRadioButton radio(kFrame, "RButtonA", label, nullptr);
+        BRadioButton radio(kControlFrame, "RButtonA", label, nullptr);
         expect_adjusted(radio, adjust_rbutton_width);
-        BStringView view(kFrame, "StrViewA", label);
+        BStringView view(kControlFrame, "StrViewA", label);
         expect_adjusted(view, adjust_strview_width);
     }
 }
 
 TEST(Adjust, PutsTheTextFieldAfterTheLabel) {
-    BTextControl control(kFrame, "TxtCtrlA", "Margin: ", "5", nullptr);
+    BTextControl control(kControlFrame, "TxtCtrlA", "Margin: ", "5", nullptr);
     adjust_txtctrl_divider(&control);
     const float shorter = control.Divider();
     EXPECT_GE(shorter, control.StringWidth("Margin: "));
@@ -55,7 +55,7 @@ TEST(Adjust, PutsTheTextFieldAfterTheLabel) {
 }
 
 TEST(Adjust, PutsTheMenuAfterTheLabel) {
-    BMenuField field(kFrame, "MFieldA", "Format: ", new BPopUpMenu("Select..."));
+    BMenuField field(kControlFrame, "MFieldA", "Format: ", new BPopUpMenu("Select..."));
     adjust_mfield_divider(&field);
     const float shorter = field.Divider();
     EXPECT_GE(shorter, field.StringWidth("Format: "));

@@ -7,20 +7,20 @@
 
 namespace {
 
-constexpr BRect kFrame(0, 0, 99, 99);
+constexpr BRect kViewFrame(0, 0, 99, 99);
 
 BView* add_view(BView* parent, const char* name) {
-    auto* view = new BView(kFrame, name, B_FOLLOW_NONE, 0);
+    auto* view = new BView(kViewFrame, name, B_FOLLOW_NONE, 0);
     if (parent != nullptr)
         parent->AddChild(view);
     return view;
 }
 
 TEST(FindChild, FindsBelowTheView) {
-    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
+    BView root(kViewFrame, "Root", B_FOLLOW_NONE, 0);
     BView* inner = add_view(&root, "Inner");
     add_view(inner, nullptr);
-    auto* button = new BButton(kFrame, "ButtonOK", "OK", nullptr);
+    auto* button = new BButton(kViewFrame, "ButtonOK", "OK", nullptr);
     inner->AddChild(button);
     EXPECT_EQ(find_child<BButton>(&root, "ButtonOK"), button);
     EXPECT_EQ(find_child<BView>(&root, "Root"), &root);
@@ -30,21 +30,21 @@ TEST(FindChild, FindsBelowTheView) {
 }
 
 TEST(FindChild, FindsNoneOfAnotherClass) {
-    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
-    root.AddChild(new BButton(kFrame, "ButtonOK", "OK", nullptr));
+    BView root(kViewFrame, "Root", B_FOLLOW_NONE, 0);
+    root.AddChild(new BButton(kViewFrame, "ButtonOK", "OK", nullptr));
     EXPECT_EQ(find_child<BStringView>(&root, "ButtonOK"), nullptr);
 }
 
 TEST(FindChild, FindsInEveryPageOfATabView) {
-    BView root(kFrame, "Root", B_FOLLOW_NONE, 0);
-    auto* outer = new BTabView(kFrame, "Outer");
+    BView root(kViewFrame, "Root", B_FOLLOW_NONE, 0);
+    auto* outer = new BTabView(kViewFrame, "Outer");
     root.AddChild(outer);
     add_view(&root, "After");
     BView* pages[] = {add_view(nullptr, "First"), add_view(nullptr, "Second")};
     for (BView* page : pages)
         outer->AddTab(page);
     outer->AddTab(nullptr, new BTab);
-    auto* inner = new BTabView(kFrame, "Inner");
+    auto* inner = new BTabView(kViewFrame, "Inner");
     pages[1]->AddChild(inner);
     inner->AddTab(add_view(nullptr, "Third"));
     BView* deep = add_view(nullptr, "Fourth");

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr char kName[] = "AccKeyFormat2";
+constexpr char kAccKeyFormat[] = "AccKeyFormat2";
 constexpr char kDefault[] = "\2(a)";
 
 struct FormatCase {
@@ -41,8 +41,8 @@ protected:
     static BMessage Change(const char* format, const char* app) {
         BMessage change(kMsgSharedItemChanged);
         change.AddString("IAP:SrcApp", app);
-        change.AddString("IAP:SrcIAPItem", kName);
-        change.AddString(kName, format);
+        change.AddString("IAP:SrcIAPItem", kAccKeyFormat);
+        change.AddString(kAccKeyFormat, format);
         return change;
     }
     static std::unique_ptr<BView> ViewOf(TIAPItem& item, bool defaults) {
@@ -82,24 +82,24 @@ protected:
 
 TEST_F(AccKeyFormatTest, IsTheSuffixFormatWithoutAFile) {
     const TIAPItemAccKeyFormat item;
-    EXPECT_EQ(item.Name(), kName);
+    EXPECT_EQ(item.Name(), kAccKeyFormat);
     EXPECT_EQ(FormatOf(item), kDefault);
     EXPECT_EQ(FormatOf(item, true), kDefault);
     EXPECT_EQ(FormatOf(item).front(), 2);
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kAccKeyFormat));
 }
 
 TEST_F(AccKeyFormatTest, IsLoadedWhenMade) {
     BMessage file;
     for (const FormatCase& c : kFormats) {
         file.MakeEmpty();
-        file.AddString(kName, c.format.c_str());
-        fFiles.Write(kName, file);
+        file.AddString(kAccKeyFormat, c.format.c_str());
+        fFiles.Write(kAccKeyFormat, file);
         EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), c.format);
     }
     file.MakeEmpty();
-    file.AddBool(kName, false);
-    fFiles.Write(kName, file);
+    file.AddBool(kAccKeyFormat, false);
+    fFiles.Write(kAccKeyFormat, file);
     EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), kDefault);
 }
 
@@ -108,7 +108,7 @@ TEST_F(AccKeyFormatTest, IsSetWithoutBeingSaved) {
     EXPECT_EQ(item.SetString("\1a - "), B_OK);
     EXPECT_EQ(FormatOf(item), "\1a - ");
     EXPECT_EQ(FormatOf(item, true), kDefault);
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kAccKeyFormat));
 }
 
 TEST_F(AccKeyFormatTest, IsNoBool) {
@@ -129,12 +129,12 @@ TEST_F(AccKeyFormatTest, DescribesItselfAsAChange) {
     EXPECT_EQ(message.what, kMsgSharedItemChanged);
     EXPECT_EQ(message.CountNames(B_ANY_TYPE), 4);
     EXPECT_STREQ(message.GetString("IAP:SrcApp"), kOwnApp);
-    EXPECT_STREQ(message.GetString("IAP:SrcIAPItem"), kName);
-    EXPECT_STREQ(message.GetString(kName), "\1a) ");
+    EXPECT_STREQ(message.GetString("IAP:SrcIAPItem"), kAccKeyFormat);
+    EXPECT_STREQ(message.GetString(kAccKeyFormat), "\1a) ");
 
     BMessage defaults;
     EXPECT_EQ(item.GetValue(&defaults, true), B_OK);
-    EXPECT_STREQ(defaults.GetString(kName), kDefault);
+    EXPECT_STREQ(defaults.GetString(kAccKeyFormat), kDefault);
 }
 
 TEST_F(AccKeyFormatTest, SavesAChangeOfItsOwnApplication) {
@@ -142,8 +142,8 @@ TEST_F(AccKeyFormatTest, SavesAChangeOfItsOwnApplication) {
     (void)item.SetAppSignatureRef(kOwnApp);
     EXPECT_EQ(item.SetValue(Change("\1a - ", kOwnApp)), B_OK);
     EXPECT_EQ(FormatOf(item), "\1a - ");
-    EXPECT_STREQ(fFiles.Read(kName).GetString(kName), "\1a - ");
-    EXPECT_STREQ(fFiles.Read(kName).GetString("IAP:SrcApp"), kOwnApp);
+    EXPECT_STREQ(fFiles.Read(kAccKeyFormat).GetString(kAccKeyFormat), "\1a - ");
+    EXPECT_STREQ(fFiles.Read(kAccKeyFormat).GetString("IAP:SrcApp"), kOwnApp);
     EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), "\1a - ");
 }
 
@@ -152,31 +152,31 @@ TEST_F(AccKeyFormatTest, ComparesSignaturesByTheirText) {
     const std::string copy = kOwnApp;
     (void)item.SetAppSignatureRef(copy.c_str());
     EXPECT_EQ(item.SetValue(Change("", kOwnApp)), B_OK);
-    EXPECT_STREQ(fFiles.Read(kName).GetString(kName), "");
+    EXPECT_STREQ(fFiles.Read(kAccKeyFormat).GetString(kAccKeyFormat), "");
 }
 
 TEST_F(AccKeyFormatTest, TakesAChangeOfAnotherApplicationWithoutSaving) {
     TIAPItemAccKeyFormat item;
     (void)item.SetAppSignatureRef(kOwnApp);
     (void)item.SaveString("\1a) ");
-    const std::string before = read_text(fFiles.PathOf(kName));
+    const std::string before = read_text(fFiles.PathOf(kAccKeyFormat));
 
     EXPECT_EQ(item.SetValue(Change("\1a - ", kOtherApp)), B_OK);
     EXPECT_EQ(FormatOf(item), "\1a - ");
-    EXPECT_EQ(read_text(fFiles.PathOf(kName)), before);
+    EXPECT_EQ(read_text(fFiles.PathOf(kAccKeyFormat)), before);
 
     BMessage unsigned_change = Change("", kOtherApp);
     unsigned_change.RemoveName("IAP:SrcApp");
     EXPECT_EQ(item.SetValue(unsigned_change), B_OK);
     EXPECT_EQ(FormatOf(item), "");
-    EXPECT_EQ(read_text(fFiles.PathOf(kName)), before);
+    EXPECT_EQ(read_text(fFiles.PathOf(kAccKeyFormat)), before);
 }
 
 TEST_F(AccKeyFormatTest, WithoutASignatureOfItsOwnSavesNothing) {
     TIAPItemAccKeyFormat item;
     EXPECT_EQ(item.SetValue(Change("\1a - ", kOwnApp)), B_OK);
     EXPECT_EQ(FormatOf(item), "\1a - ");
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kAccKeyFormat));
 }
 
 TEST_F(AccKeyFormatTest, IsLeftAloneByAChangeWithoutItsField) {
@@ -184,18 +184,18 @@ TEST_F(AccKeyFormatTest, IsLeftAloneByAChangeWithoutItsField) {
     (void)item.SetAppSignatureRef(kOwnApp);
     (void)item.SetString("\1a - ");
     BMessage change = Change("", kOwnApp);
-    change.RemoveName(kName);
+    change.RemoveName(kAccKeyFormat);
     EXPECT_EQ(item.SetValue(change), B_NAME_NOT_FOUND);
-    change.AddBool(kName, true);
+    change.AddBool(kAccKeyFormat, true);
     EXPECT_EQ(item.SetValue(change), B_BAD_TYPE);
     EXPECT_EQ(FormatOf(item), "\1a - ");
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kAccKeyFormat));
 }
 
 TEST_F(AccKeyFormatTest, IsChosenInAPopUpMenu) {
     TIAPItemAccKeyFormat item;
     const auto view = ViewOf(item, false);
-    EXPECT_STREQ(view->Name(), kName);
+    EXPECT_STREQ(view->Name(), kAccKeyFormat);
     EXPECT_EQ(view->CountChildren(), 1);
     const BMenuField& field = FieldOf(*view);
     EXPECT_STREQ(field.Name(), "AAccelerator Format: ");
@@ -221,9 +221,9 @@ TEST_F(AccKeyFormatTest, SendsTheFormatThatWasChosen) {
         EXPECT_EQ(message->what, kMsgSharedControlChanged);
         EXPECT_EQ(message->CountNames(B_ANY_TYPE), 3);
         EXPECT_STREQ(message->GetString("IAP:SrcApp"), kOwnApp);
-        EXPECT_STREQ(message->GetString("IAP:SrcIAPItem"), kName);
-        EXPECT_EQ(message->GetString(kName), c.format);
-        EXPECT_FALSE(message->HasString(kName, 1));
+        EXPECT_STREQ(message->GetString("IAP:SrcIAPItem"), kAccKeyFormat);
+        EXPECT_EQ(message->GetString(kAccKeyFormat), c.format);
+        EXPECT_FALSE(message->HasString(kAccKeyFormat, 1));
     }
 }
 
@@ -252,7 +252,7 @@ TEST_F(AccKeyFormatTest, AddsChoicesOfOtherMenus) {
     ASSERT_EQ(menu.CountItems(), 2);
     EXPECT_STREQ(menu.ItemAt(0)->Label(), "[a] ");
     EXPECT_FALSE(menu.ItemAt(0)->IsMarked());
-    EXPECT_STREQ(menu.ItemAt(0)->Message()->GetString(kName), "\1[a] ");
+    EXPECT_STREQ(menu.ItemAt(0)->Message()->GetString(kAccKeyFormat), "\1[a] ");
     EXPECT_TRUE(menu.ItemAt(1)->IsMarked());
 }
 
@@ -264,14 +264,14 @@ TEST_F(AccKeyFormatTest, SurvivesBeingArchived) {
     const std::unique_ptr<BArchivable> object(instantiate_object(&archive));
     const auto* view = dynamic_cast<BView*>(object.get());
     ASSERT_NE(view, nullptr);
-    EXPECT_STREQ(view->Name(), kName);
+    EXPECT_STREQ(view->Name(), kAccKeyFormat);
     EXPECT_STREQ(FieldOf(*view).Name(), "AAccelerator Format: ");
     EXPECT_EQ(FieldOf(*view).Menu()->CountItems(), 6);
     EXPECT_EQ(MarkedIn(*view), "a - ");
     const BMenuItem* none = FieldOf(*view).Menu()->FindItem("(None)");
     ASSERT_NE(none, nullptr);
     EXPECT_EQ(none->Message()->what, kMsgSharedControlChanged);
-    EXPECT_STREQ(none->Message()->GetString(kName), "");
+    EXPECT_STREQ(none->Message()->GetString(kAccKeyFormat), "");
 }
 
 TEST_F(AccKeyFormatTest, MergesIntoLabels) {
@@ -289,8 +289,8 @@ TEST_F(AccKeyFormatTest, IsNoTextThatIsFarTooLong) {
     EXPECT_EQ(FormatOf(item), longest);
 
     BMessage file;
-    file.AddString(kName, (longest + "x").c_str());
-    fFiles.Write(kName, file);
+    file.AddString(kAccKeyFormat, (longest + "x").c_str());
+    fFiles.Write(kAccKeyFormat, file);
     EXPECT_EQ(FormatOf(TIAPItemAccKeyFormat()), kDefault);
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char kName[] = "FlatToolBar";
+constexpr char kFlatToolBar[] = "FlatToolBar";
 
 class FlatToolBarTest : public testing::Test {
 protected:
@@ -22,7 +22,7 @@ protected:
     static BMessage Change(const char* app) {
         BMessage change(kMsgSharedItemChanged);
         change.AddString("IAP:SrcApp", app);
-        change.AddString("IAP:SrcIAPItem", kName);
+        change.AddString("IAP:SrcIAPItem", kFlatToolBar);
         return change;
     }
     static std::unique_ptr<BView> ViewOf(TIAPItem& item, bool defaults) {
@@ -39,9 +39,9 @@ protected:
     }
     /// What the file says, which has to be there.
     bool Saved() const {
-        const BMessage file = fFiles.Read(kName);
-        EXPECT_TRUE(file.HasBool(kName));
-        return file.GetBool(kName, false);
+        const BMessage file = fFiles.Read(kFlatToolBar);
+        EXPECT_TRUE(file.HasBool(kFlatToolBar));
+        return file.GetBool(kFlatToolBar, false);
     }
 
     TSharedFiles fFiles;
@@ -49,22 +49,22 @@ protected:
 
 TEST_F(FlatToolBarTest, IsFlatWithoutAFile) {
     const TIAPItemFlatToolBar item;
-    EXPECT_EQ(item.Name(), kName);
+    EXPECT_EQ(item.Name(), kFlatToolBar);
     EXPECT_TRUE(IsFlat(item));
     EXPECT_TRUE(IsFlat(item, true));
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kFlatToolBar));
 }
 
 TEST_F(FlatToolBarTest, IsLoadedWhenMade) {
     BMessage file;
-    file.AddBool(kName, false);
-    fFiles.Write(kName, file);
+    file.AddBool(kFlatToolBar, false);
+    fFiles.Write(kFlatToolBar, file);
     EXPECT_FALSE(IsFlat(TIAPItemFlatToolBar()));
     EXPECT_TRUE(IsFlat(TIAPItemFlatToolBar(), true));
 
     file.MakeEmpty();
-    file.AddString(kName, "false");
-    fFiles.Write(kName, file);
+    file.AddString(kFlatToolBar, "false");
+    fFiles.Write(kFlatToolBar, file);
     EXPECT_TRUE(IsFlat(TIAPItemFlatToolBar()));
 }
 
@@ -73,7 +73,7 @@ TEST_F(FlatToolBarTest, IsSetWithoutBeingSaved) {
     EXPECT_EQ(item.SetBool(false), B_OK);
     EXPECT_FALSE(IsFlat(item));
     EXPECT_TRUE(IsFlat(item, true));
-    EXPECT_FALSE(fFiles.Has(kName));
+    EXPECT_FALSE(fFiles.Has(kFlatToolBar));
 }
 
 TEST_F(FlatToolBarTest, IsNoString) {
@@ -93,13 +93,13 @@ TEST_F(FlatToolBarTest, DescribesItselfAsAChange) {
     EXPECT_EQ(message.what, kMsgSharedItemChanged);
     EXPECT_EQ(message.CountNames(B_ANY_TYPE), 3);
     EXPECT_STREQ(message.GetString("IAP:SrcApp"), kOwnApp);
-    EXPECT_STREQ(message.GetString("IAP:SrcIAPItem"), kName);
-    EXPECT_TRUE(message.HasBool(kName));
-    EXPECT_FALSE(message.GetBool(kName, true));
+    EXPECT_STREQ(message.GetString("IAP:SrcIAPItem"), kFlatToolBar);
+    EXPECT_TRUE(message.HasBool(kFlatToolBar));
+    EXPECT_FALSE(message.GetBool(kFlatToolBar, true));
 
     BMessage defaults;
     EXPECT_EQ(item.GetValue(&defaults, true), B_OK);
-    EXPECT_TRUE(defaults.GetBool(kName, false));
+    EXPECT_TRUE(defaults.GetBool(kFlatToolBar, false));
 }
 
 TEST_F(FlatToolBarTest, SavesAChangeOfAnyApplication) {
@@ -109,12 +109,12 @@ TEST_F(FlatToolBarTest, SavesAChangeOfAnyApplication) {
     for (const char* app : {kOwnApp, kOtherApp, kOwnApp, kOtherApp}) {
         flat = !flat;
         BMessage change = Change(app);
-        change.AddBool(kName, flat);
+        change.AddBool(kFlatToolBar, flat);
         EXPECT_EQ(item.SetValue(change), B_OK);
         EXPECT_EQ(IsFlat(item), flat);
         EXPECT_EQ(Saved(), flat);
         // By whom the file was written, not by whom the change was made.
-        EXPECT_STREQ(fFiles.Read(kName).GetString("IAP:SrcApp"), kOwnApp);
+        EXPECT_STREQ(fFiles.Read(kFlatToolBar).GetString("IAP:SrcApp"), kOwnApp);
     }
 }
 
@@ -125,7 +125,7 @@ TEST_F(FlatToolBarTest, TakesTheValueOfTheArchivedCheckBoxWithoutOneOfItsOwn) {
         (void)shown.SetBool(flat);
         BMessage change = Change(kOtherApp);
         ASSERT_EQ(ViewOf(shown, false)->Archive(&change, true), B_OK);
-        ASSERT_FALSE(change.HasBool(kName));
+        ASSERT_FALSE(change.HasBool(kFlatToolBar));
         EXPECT_EQ(item.SetValue(change), B_OK);
         EXPECT_EQ(IsFlat(item), flat);
         EXPECT_EQ(Saved(), flat);
@@ -162,14 +162,14 @@ TEST_F(FlatToolBarTest, PrefersItsOwnFieldToTheCheckBox) {
     box.AddInt32("_val", 1);
     BMessage change = Change(kOtherApp);
     change.AddMessage("_views", &box);
-    change.AddBool(kName, false);
+    change.AddBool(kFlatToolBar, false);
     EXPECT_EQ(item.SetValue(change), B_OK);
     EXPECT_FALSE(IsFlat(item));
     EXPECT_FALSE(Saved());
 
     // A field that is no bool is none.
-    change.RemoveName(kName);
-    change.AddString(kName, "false");
+    change.RemoveName(kFlatToolBar);
+    change.AddString(kFlatToolBar, "false");
     EXPECT_EQ(item.SetValue(change), B_OK);
     EXPECT_TRUE(IsFlat(item));
 }
@@ -190,9 +190,9 @@ TEST_F(FlatToolBarTest, KeepsAndSavesItsValueWhenAChangeHasNone) {
 TEST_F(FlatToolBarTest, KeepsItsValueWhenItCannotBeSaved) {
     TIAPItemFlatToolBar item;
     fFiles.MakeFolder();
-    std::filesystem::create_directory(fFiles.PathOf(kName));
+    std::filesystem::create_directory(fFiles.PathOf(kFlatToolBar));
     BMessage change = Change(kOtherApp);
-    change.AddBool(kName, false);
+    change.AddBool(kFlatToolBar, false);
     EXPECT_EQ(item.SetValue(change), B_OK);
     EXPECT_FALSE(IsFlat(item));
 }
@@ -201,12 +201,12 @@ TEST_F(FlatToolBarTest, LeavesTheFileAloneOnAFullOrReadOnlyDisk) {
     TIAPItemFlatToolBar item;
     (void)item.SetAppSignatureRef(kOwnApp);
     BMessage change = Change(kOwnApp);
-    change.AddBool(kName, true);
+    change.AddBool(kFlatToolBar, true);
     ASSERT_EQ(item.SetValue(change), B_OK);
-    const std::string before = read_text(fFiles.PathOf(kName));
+    const std::string before = read_text(fFiles.PathOf(kFlatToolBar));
     ASSERT_FALSE(before.empty());
-    const auto folder = std::filesystem::path(fFiles.PathOf(kName)).parent_path();
-    change.ReplaceBool(kName, false);
+    const auto folder = std::filesystem::path(fFiles.PathOf(kFlatToolBar)).parent_path();
+    change.ReplaceBool(kFlatToolBar, false);
     {
         const TFullDisk full;
         EXPECT_EQ(item.SetValue(change), B_OK);
@@ -218,15 +218,15 @@ TEST_F(FlatToolBarTest, LeavesTheFileAloneOnAFullOrReadOnlyDisk) {
         EXPECT_EQ(item.SaveBool(false), -1);
     }
     EXPECT_FALSE(IsFlat(item));
-    EXPECT_EQ(read_text(fFiles.PathOf(kName)), before);
-    EXPECT_EQ(file_names_in(folder), std::set<std::string>{std::string(kName) + ".arc"});
+    EXPECT_EQ(read_text(fFiles.PathOf(kFlatToolBar)), before);
+    EXPECT_EQ(file_names_in(folder), std::set<std::string>{std::string(kFlatToolBar) + ".arc"});
 }
 
 TEST_F(FlatToolBarTest, IsChosenByACheckBox) {
     TIAPItemFlatToolBar item;
     (void)item.SetAppSignatureRef(kOwnApp);
     const auto view = ViewOf(item, false);
-    EXPECT_STREQ(view->Name(), kName);
+    EXPECT_STREQ(view->Name(), kFlatToolBar);
     EXPECT_EQ(view->CountChildren(), 1);
     const BCheckBox& box = BoxOf(*view);
     EXPECT_STREQ(box.Name(), "FFlat Tool Bar");
@@ -236,7 +236,7 @@ TEST_F(FlatToolBarTest, IsChosenByACheckBox) {
     EXPECT_EQ(box.Message()->what, kMsgSharedControlChanged);
     EXPECT_EQ(box.Message()->CountNames(B_ANY_TYPE), 2);
     EXPECT_STREQ(box.Message()->GetString("IAP:SrcApp"), kOwnApp);
-    EXPECT_STREQ(box.Message()->GetString("IAP:SrcIAPItem"), kName);
+    EXPECT_STREQ(box.Message()->GetString("IAP:SrcIAPItem"), kFlatToolBar);
 }
 
 TEST_F(FlatToolBarTest, ShowsTheCurrentValueOrTheDefault) {

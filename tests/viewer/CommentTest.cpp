@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr BRect kWindowFrame(50, 50, 349, 269);
-constexpr auto kTop = static_cast<int32>(kViewTop);
-
 constexpr rgb_color kUnderBand{128, 0, 0, 255};  // red below black of alpha 127
 constexpr rgb_color kWhite{255, 255, 255, 255};
 

@@ -6,10 +6,8 @@
 namespace {
 
 // The view below kViewTop of a window of 300 x 220 pixels: an area of 300 x 186 for the image.
-constexpr BRect kWindowFrame(50, 50, 349, 269);
 constexpr int32 kAreaWidth = 300;
 constexpr int32 kAreaHeight = 186;
-constexpr auto kTop = static_cast<int32>(kViewTop);
 
 class Drawing : public ViewerTest {
 protected:

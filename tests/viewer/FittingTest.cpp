@@ -75,7 +75,7 @@ TEST_F(Fitting, LeavesTheWindowAloneUnderOtherOptions) {
     for (int32 option : {0, 2, 3, 4, 5}) {
         gPrefs.fDisplayOption = option;
         Open("a");
-        EXPECT_EQ(Frame(), BRect(50, 50, 349, 269)) << option;
+        EXPECT_EQ(Frame(), kWindowFrame) << option;
     }
 }
 
@@ -96,7 +96,7 @@ TEST_F(Fitting, ChangesNothingWithoutAnImage) {
     for (int32 option : {0, 1, 2, 3, 4, 5, 6}) {
         gPrefs.fDisplayOption = option;
         Do(kPrefDisplayOption);
-        EXPECT_EQ(Frame(), BRect(50, 50, 349, 269));
+        EXPECT_EQ(Frame(), kWindowFrame);
     }
 }
 

@@ -8,7 +8,6 @@
 namespace {
 
 // An image area of 300 x 186; see DrawingTest.cpp. Extents are one less than the pixels.
-constexpr BRect kWindowFrame(50, 50, 349, 269);
 // An image of 600 rows: 599 - 185 to scroll, by trunc(599 * 185 / 599 / 2).
 constexpr float kTallMax = 414;
 constexpr float kTallStep = 92;

@@ -76,14 +76,14 @@ TEST_F(UnusualImages, LargerThanMemoryLeaveTheImageBefore) {
 // Nothing forbids them in a settings file. The image has no size then, but all goes on working.
 TEST_F(UnusualImages, OptionsThereAreNotShowNothingAndCanBeLeft) {
     WriteImage("a", kGreen, 90, 60);
-    ShowWindow(BRect(50, 50, 349, 269));
+    ShowWindow(kWindowFrame);
     for (int32 option : {6, -1, INT32_MAX, INT32_MIN}) {
         gPrefs.fDisplayOption = option;
         Open("a");
         EXPECT_EQ(Shown(), "a") << option;
         EXPECT_EQ(
             Locked([&] { return fView->CurrentImage()->Image()->Bounds(); }), BRect(0, 0, 0, 0));
-        EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), BRect(50, 50, 349, 269));
+        EXPECT_EQ(Locked([&] { return fWindow->Frame(); }), kWindowFrame);
         EXPECT_FALSE(IsShown("ScrlBarH") || IsShown("ScrlBarV"));
         Locked([&] { fWindow->ResizeTo(310, 230); });
         Do(kPrefDisplayOption);

@@ -21,6 +21,8 @@ constexpr rgb_color kGreen{0, 255, 0, 255};
 constexpr rgb_color kBlue{0, 0, 255, 255};
 constexpr rgb_color kGray{60, 60, 60, 255};
 constexpr float kViewTop = 20;  // as high as a menu bar would be
+constexpr auto kTop = static_cast<int32>(kViewTop);
+constexpr BRect kWindowFrame(50, 50, 349, 269);  // with room for an image of 300 x 186
 
 /// Lets the tests look into the list and the cache, and has a clock that stands still.
 class TestView : public TLorivaneView {
@@ -57,7 +59,7 @@ protected:
 
     /// Makes and shows the window. The preferences have their defaults but for the display
     /// option, which is 0, and the background, which is gray, unless the test has set them.
-    void ShowWindow(BRect frame = BRect(50, 50, 349, 269));
+    void ShowWindow(BRect frame = kWindowFrame);
     void QuitWindow();
     /// Hands the entry in and waits until the view has dealt with it.
     void Open(const std::string& name);

@@ -14,7 +14,7 @@ constexpr char kApplication[] = "/org/lorivane/Application";
 constexpr char kApplicationInterface[] = "org.lorivane.Application";
 
 // In microseconds. An answer may come behind all that was sent before, on a slow machine.
-constexpr uint64_t kPatience = 100'000'000;
+constexpr uint64_t kAnswerPatience = 100'000'000;
 
 }  // namespace
 
@@ -38,7 +38,7 @@ std::string Client::Call(const std::string& owner, const char* path, const char*
     if (sd_bus_message_new_method_call(fBus, &call, owner.c_str(), path, interface, method) >= 0 &&
         fill(call) >= 0) {
         unsigned number = 0;
-        if (sd_bus_call(fBus, call, kPatience, &error, &answer) < 0)
+        if (sd_bus_call(fBus, call, kAnswerPatience, &error, &answer) < 0)
             result = error.name != nullptr ? error.name : "no error";
         else if (sd_bus_message_read_basic(answer, 'u', &number) > 0 ||
             sd_bus_message_read_basic(answer, 'i', &number) > 0 ||

@@ -19,7 +19,7 @@ namespace {
 
 constexpr ControlId kField = 1;
 
-MenuItemState Item(int32 id, const char* label, bool marked = false) {
+MenuItemState FieldItem(int32 id, const char* label, bool marked = false) {
     MenuItemState item;
     item.id = id;
     item.label = label;
@@ -44,12 +44,12 @@ protected:
         Pump();
     }
     void SetUsual() {
-        MenuItemState off = Item(13, "Off");
+        MenuItemState off = FieldItem(13, "Off");
         off.enabled = false;
-        MenuItemState line = Item(14, "");
+        MenuItemState line = FieldItem(14, "");
         line.separator = true;
         Set({"Option: ", 60, "Select...", true,
-            {Item(11, "One"), Item(12, "Two", true), off, line, Item(15, "Three")}});
+            {FieldItem(11, "One"), FieldItem(12, "Two", true), off, line, FieldItem(15, "Three")}});
     }
 
     QComboBox& Box() { return *fScreen.Find<QComboBox>("Option:"); }
@@ -268,11 +268,11 @@ TEST_F(MenuField, KeepsItsSizeWhenItsItemsChange) {
 }
 
 TEST_F(MenuField, ShowsSubmenusBelowTheirTitles) {
-    MenuItemState more = Item(12, "More");
+    MenuItemState more = FieldItem(12, "More");
     more.hasSubmenu = true;
     more.command = false;
-    more.items = {Item(21, "Deep", true)};
-    Set({"Option:", 60, "", true, {Item(11, "One"), more}});
+    more.items = {FieldItem(21, "Deep", true)};
+    Set({"Option:", 60, "", true, {FieldItem(11, "One"), more}});
     EXPECT_EQ(Box().count(), 3);
     EXPECT_EQ(Box().itemText(2).toStdString(), "    Deep");
     EXPECT_EQ(Box().currentIndex(), 2);
@@ -281,7 +281,8 @@ TEST_F(MenuField, ShowsSubmenusBelowTheirTitles) {
 }
 
 TEST_F(MenuField, ShowsLabelsAsTheyAre) {
-    Set({"A & B", 60, "", true, {Item(11, "x & y\tz\n"), Item(12, "\xd7\xa9\xd7\x9c", true)}});
+    Set({"A & B", 60, "", true,
+        {FieldItem(11, "x & y\tz\n"), FieldItem(12, "\xd7\xa9\xd7\x9c", true)}});
     auto& box = *fScreen.Find<QComboBox>("A & B");
     EXPECT_EQ(box.itemText(0).toStdString(), "x & y z ");
     EXPECT_EQ(box.currentText().toStdString(), "\xd7\xa9\xd7\x9c");
@@ -290,7 +291,7 @@ TEST_F(MenuField, ShowsLabelsAsTheyAre) {
 TEST_F(MenuField, MayBeVeryLong) {
     std::vector<MenuItemState> items;
     for (int32 id = 1000; id < 11000; ++id)
-        items.push_back(Item(id, ("Item " + std::to_string(id)).c_str()));
+        items.push_back(FieldItem(id, ("Item " + std::to_string(id)).c_str()));
     items[9000].marked = true;
     Set({"Option:", 60, "", false, items});
     Type(Qt::Key_Space);

@@ -47,7 +47,7 @@ private:
 };
 
 /// The window's own pixels as the screen has them.
-QImage Shown(Screen& screen) {
+QImage OnScreen(Screen& screen) {
     QWidget& widget = screen.Widget();
     // Of the offscreen platform's windows only so many pixels as they have units can be grabbed.
     if (QGuiApplication::platformName() == QStringLiteral("offscreen")) {
@@ -76,8 +76,8 @@ TEST(Pixels, AreTheBuffersOwn) {
     ASSERT_EQ(noise.Size(), (QSizeF(301, 201) * ratio).toSize());
     screen.Window().Present(noise.Get(), noise.All());
     const QRect all(QPoint(), noise.Size());
-    EXPECT_TRUE(PumpUntil([&] { return CountDifferent(Shown(screen), noise, all) == 0; }))
-        << "at " << ratio << ", different: " << CountDifferent(Shown(screen), noise, all);
+    EXPECT_TRUE(PumpUntil([&] { return CountDifferent(OnScreen(screen), noise, all) == 0; }))
+        << "at " << ratio << ", different: " << CountDifferent(OnScreen(screen), noise, all);
 }
 
 TEST(Pixels, OfAPartReplaceNoOthers) {
@@ -88,14 +88,14 @@ TEST(Pixels, OfAPartReplaceNoOthers) {
     Noise after(screen.Widget().size(), ratio, 2);
     screen.Window().Present(before.Get(), before.All());
     const QRect all(QPoint(), before.Size());
-    ASSERT_TRUE(PumpUntil([&] { return CountDifferent(Shown(screen), before, all) == 0; }));
+    ASSERT_TRUE(PumpUntil([&] { return CountDifferent(OnScreen(screen), before, all) == 0; }));
     for (const QRect part :
         {QRect(7, 11, 1, 1), QRect(33, 17, 50, 31), QRect(101, 64, 3, 77), QRect(0, 150, 299, 5)}) {
         screen.Window().Present(
             after.Get(), BRect(part.left(), part.top(), part.right(), part.bottom()));
-        EXPECT_TRUE(PumpUntil([&] { return CountDifferent(Shown(screen), after, part) == 0; }))
+        EXPECT_TRUE(PumpUntil([&] { return CountDifferent(OnScreen(screen), after, part) == 0; }))
             << "at " << ratio;
-        const QImage shown = Shown(screen);
+        const QImage shown = OnScreen(screen);
         const QRect around = part.adjusted(-4, -4, 4, 4) & all;
         int changed = 0;
         for (int y = around.top(); y <= around.bottom(); ++y) {
@@ -104,7 +104,7 @@ TEST(Pixels, OfAPartReplaceNoOthers) {
         }
         EXPECT_EQ(changed, 0) << "at " << ratio;
         screen.Window().Present(before.Get(), before.All());
-        ASSERT_TRUE(PumpUntil([&] { return CountDifferent(Shown(screen), before, all) == 0; }));
+        ASSERT_TRUE(PumpUntil([&] { return CountDifferent(OnScreen(screen), before, all) == 0; }));
     }
 }
 
@@ -123,7 +123,7 @@ TEST(Pixels, AreWholeWhereTheContentIsMoved) {
     Noise noise(screen.Content().size(), ratio, 3);
     screen.Window().Present(noise.Get(), noise.All());
     const auto isShownFrom = [&](int first) {
-        const QImage shown = Shown(screen);
+        const QImage shown = OnScreen(screen);
         for (int y = 0; y < shown.height() && y + first < noise.Size().height(); ++y) {
             for (int x = 0; x < shown.width() && x < noise.Size().width(); ++x) {
                 if (shown.pixel(x, y) != noise.At(x, y + first))
@@ -149,7 +149,7 @@ TEST(Pixels, BeyondTheImageAreItsEdges) {
         BRect(0, 0, 89, 59));
     EXPECT_TRUE(PumpUntil([&] {
         screen.Content().update();
-        const QImage shown = Shown(screen);
+        const QImage shown = OnScreen(screen);
         for (const QPoint at : {QPoint(0, 0), QPoint(89, 59), QPoint(90, 0), QPoint(90, 59),
                  QPoint(0, 60), QPoint(90, 60), QPoint(shown.width() - 1, shown.height() - 1)}) {
             if (!shown.valid(at) || shown.pixel(at) != 0xff204060)

@@ -217,8 +217,7 @@ TEST(Window, MinimisedInFullScreenItComesBackToThat) {
         return PumpUntil([&] { return static_cast<WindowWidget&>(widget).IsSettled(); });
     };
     const QRect whole = widget.screen()->geometry();
-    screen.Window().SetFrame(
-        BRect(-1, -1, whole.width(), whole.height()), 1);
+    screen.Window().SetFrame(BRect(-1, -1, whole.width(), whole.height()), 1);
     EXPECT_TRUE(PumpUntil([&] { return widget.isFullScreen(); }));
     EXPECT_TRUE(settles());
     const size_t moved = screen.Messages().All(B_WINDOW_MOVED).size();

@@ -10,7 +10,7 @@ namespace BPrivate {
 
 namespace {
 
-constexpr float kRatios[] = {1, 1.25F, 1.5F, 1.75F, 2, 2.5F, 3};
+constexpr float kScreenRatios[] = {1, 1.25F, 1.5F, 1.75F, 2, 2.5F, 3};
 
 class Dice {
 public:
@@ -22,7 +22,7 @@ public:
         const int32 top = Below(size) - 2;
         return {left, top, left + 1 + Below(size), top + 1 + Below(size)};
     }
-    float Ratio() { return kRatios[Below(std::size(kRatios))]; }
+    float Ratio() { return kScreenRatios[Below(std::size(kScreenRatios))]; }
     Rows Picture(int32 width, int32 height) {
         const std::string letters = "rgbwk.";
         Rows rows(static_cast<std::size_t>(height));

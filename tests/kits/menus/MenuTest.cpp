@@ -20,17 +20,17 @@ private:
     int& fCount;
 };
 
-BMenuItem* Item(const char* label, uint32 what = 0) {
+BMenuItem* PlainItem(const char* label, uint32 what = 0) {
     return new BMenuItem(label, what != 0 ? new BMessage(what) : nullptr);
 }
 
 /// The labels of its items, those in submenus in parentheses.
-std::string Labels(const BMenu& menu) {
+std::string LabelsOf(const BMenu& menu) {
     std::string text;
     for (int32 i = 0; i < menu.CountItems(); i++) {
         text += (i > 0 ? " " : "") + std::string(menu.ItemAt(i)->Label());
         if (const BMenu* submenu = menu.SubmenuAt(i); submenu != nullptr)
-            text += "(" + Labels(*submenu) + ")";
+            text += "(" + LabelsOf(*submenu) + ")";
     }
     return text;
 }
@@ -39,12 +39,12 @@ std::string Labels(const BMenu& menu) {
 
 TEST(MenuTest, KeepsItsItemsInOrder) {
     BMenu menu("menu");
-    EXPECT_TRUE(menu.AddItem(Item("b")));
-    EXPECT_TRUE(menu.AddItem(Item("a"), 0));
+    EXPECT_TRUE(menu.AddItem(PlainItem("b")));
+    EXPECT_TRUE(menu.AddItem(PlainItem("a"), 0));
     EXPECT_TRUE(menu.AddSeparatorItem());
     EXPECT_TRUE(menu.AddItem(new BMenu("c")));
     EXPECT_TRUE(menu.AddItem(new BMenu("between"), 2));
-    EXPECT_EQ(Labels(menu), "a b between()  c()");
+    EXPECT_EQ(LabelsOf(menu), "a b between()  c()");
     EXPECT_EQ(menu.CountItems(), 5);
     EXPECT_EQ(menu.IndexOf(menu.ItemAt(1)), 1);
     EXPECT_EQ(menu.IndexOf(menu.SubmenuAt(4)), 4);
@@ -72,7 +72,7 @@ TEST(MenuTest, RefusesWhatItCannotTake) {
     EXPECT_FALSE(menu.AddItem(&submenu, 2));
     EXPECT_EQ(submenu.Superitem(), nullptr);
 
-    BMenuItem* item = Item("item");
+    BMenuItem* item = PlainItem("item");
     EXPECT_TRUE(menu.AddItem(item));
     EXPECT_FALSE(menu.AddItem(item));
     BMenu* owned = new BMenu("owned");
@@ -125,14 +125,14 @@ TEST(MenuTest, GivesItemsBack) {
     std::unique_ptr<BMenuItem> second(menu.ItemAt(0));
     EXPECT_TRUE(menu.RemoveItem(second.get()));
     EXPECT_FALSE(menu.RemoveItem(second.get()));
-    EXPECT_EQ(Labels(menu), "c d e f");
+    EXPECT_EQ(LabelsOf(menu), "c d e f");
     EXPECT_EQ(count, 6);
 
     EXPECT_FALSE(menu.RemoveItems(2, 3, true));
     EXPECT_FALSE(menu.RemoveItems(-1, 1, true));
     EXPECT_FALSE(menu.RemoveItems(1, -1, true));
     EXPECT_TRUE(menu.RemoveItems(1, 2, true));
-    EXPECT_EQ(Labels(menu), "c f");
+    EXPECT_EQ(LabelsOf(menu), "c f");
     EXPECT_EQ(count, 4);
     std::unique_ptr<BMenuItem> last(menu.ItemAt(1));
     EXPECT_TRUE(menu.RemoveItems(1, 1));
@@ -140,7 +140,7 @@ TEST(MenuTest, GivesItemsBack) {
     EXPECT_EQ(menu.RemoveItem(int32{1}), nullptr);
 
     EXPECT_TRUE(menu.AddItem(second.release(), 0));
-    EXPECT_EQ(Labels(menu), "b c");
+    EXPECT_EQ(LabelsOf(menu), "b c");
 }
 
 TEST(MenuTest, ASubmenuIsRemovedWithoutItsItem) {
@@ -161,22 +161,22 @@ TEST(MenuTest, WhatIsDeletedLeaves) {
     BMenu menu("menu");
     auto* submenu = new BMenu("submenu");
     menu.AddItem(submenu);
-    menu.AddItem(Item("item"));
+    menu.AddItem(PlainItem("item"));
     delete menu.ItemAt(1);
-    EXPECT_EQ(Labels(menu), "submenu()");
+    EXPECT_EQ(LabelsOf(menu), "submenu()");
     delete submenu;
-    EXPECT_EQ(Labels(menu), "submenu");
+    EXPECT_EQ(LabelsOf(menu), "submenu");
     EXPECT_EQ(menu.SubmenuAt(0), nullptr);
 }
 
 TEST(MenuTest, FindsItemsDepthFirst) {
     BMenu menu("menu");
     auto* submenu = new BMenu("first");
-    submenu->AddItem(Item("deep", 'deep'));
-    submenu->AddItem(Item("same", 'same'));
+    submenu->AddItem(PlainItem("deep", 'deep'));
+    submenu->AddItem(PlainItem("same", 'same'));
     menu.AddItem(new BMenuItem(submenu, new BMessage('frst')));
-    menu.AddItem(Item("same", 'same'));
-    menu.AddItem(Item("last"));
+    menu.AddItem(PlainItem("same", 'same'));
+    menu.AddItem(PlainItem("last"));
     EXPECT_EQ(menu.FindItem('frst'), menu.ItemAt(0));
     EXPECT_EQ(menu.FindItem('same'), submenu->ItemAt(1));
     EXPECT_EQ(menu.FindItem("same"), submenu->ItemAt(1));
@@ -189,7 +189,7 @@ TEST(MenuTest, FindsItemsDepthFirst) {
 TEST(MenuTest, WhatLiesInADisabledMenuIsDisabled) {
     BMenu menu("menu");
     auto* submenu = new BMenu("submenu");
-    submenu->AddItem(Item("inside"));
+    submenu->AddItem(PlainItem("inside"));
     menu.AddItem(submenu);
     BMenuItem* title = menu.ItemAt(0);
     BMenuItem* inside = submenu->ItemAt(0);
@@ -214,7 +214,7 @@ TEST(MenuTest, WhatLiesInADisabledMenuIsDisabled) {
 TEST(MenuTest, InRadioModeOneItemIsMarked) {
     BMenu menu("menu");
     for (const char* label : {"a", "b", "c"})
-        menu.AddItem(Item(label));
+        menu.AddItem(PlainItem(label));
     menu.ItemAt(1)->SetMarked(true);
     menu.ItemAt(2)->SetMarked(true);
     EXPECT_TRUE(menu.ItemAt(1)->IsMarked());
@@ -227,7 +227,7 @@ TEST(MenuTest, InRadioModeOneItemIsMarked) {
     EXPECT_EQ(menu.FindMarked(), menu.ItemAt(0));
     EXPECT_FALSE(menu.ItemAt(1)->IsMarked());
 
-    BMenuItem* late = Item("late");
+    BMenuItem* late = PlainItem("late");
     late->SetMarked(true);
     menu.AddItem(late);
     EXPECT_EQ(menu.FindMarked(), late);
@@ -238,8 +238,8 @@ TEST(MenuTest, InRadioModeOneItemIsMarked) {
 
 TEST(MenuTest, ChoosingMarksInRadioModeAlone) {
     BMenu menu("menu");
-    menu.AddItem(Item("a"));
-    menu.AddItem(Item("b"));
+    menu.AddItem(PlainItem("a"));
+    menu.AddItem(PlainItem("b"));
     EXPECT_EQ(menu.ItemAt(0)->Invoke(), B_BAD_VALUE);
     EXPECT_EQ(menu.FindMarked(), nullptr);
     menu.SetRadioMode(true);
@@ -253,8 +253,8 @@ TEST(MenuTest, ChoosingMarksInRadioModeAlone) {
 TEST(MenuTest, ATitleFollowsTheMark) {
     BMenu menu("menu");
     auto* size = new BMenu("Size");
-    size->AddItem(Item("small"));
-    size->AddItem(Item("large"));
+    size->AddItem(PlainItem("small"));
+    size->AddItem(PlainItem("large"));
     menu.AddItem(size);
     size->SetLabelFromMarked(true);
     EXPECT_TRUE(size->IsRadioMode());
@@ -269,7 +269,7 @@ TEST(MenuTest, ATitleFollowsTheMark) {
     EXPECT_STREQ(menu.ItemAt(0)->Label(), "huge");
 
     BPopUpMenu* chosen = new BPopUpMenu("Choose");
-    chosen->AddItem(Item("one"));
+    chosen->AddItem(PlainItem("one"));
     chosen->ItemAt(0)->SetMarked(true);
     EXPECT_STREQ(BMenuItem(chosen).Label(), "one");
 }
@@ -299,7 +299,7 @@ TEST(MenuTest, AShortcutHasCommand) {
 
 TEST(MenuTest, WithoutATargetOrAWindowNothingIsSent) {
     BMenu menu("menu");
-    menu.AddItem(Item("a", 'mesg'));
+    menu.AddItem(PlainItem("a", 'mesg'));
     EXPECT_EQ(menu.ItemAt(0)->Invoke(), B_BAD_VALUE);
     EXPECT_EQ(BMenuItem("loose", new BMessage('mesg')).Invoke(), B_BAD_VALUE);
 }

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-static Sample MakeSample(
+static Sample JpegSample(
     const std::string& name, const Picture& picture, const JpegOptions& options) {
     const Bytes file = MakeJpeg(picture, options);
     return {"jpeg_" + name, "jpeg-translator.so", "JPEG image", file, PlainJpegDecode(file), 0,
@@ -12,18 +12,18 @@ static Sample MakeSample(
 std::vector<Sample> JpegSamples() {
     const Picture picture = MakePicture(21, 13);
     return {
-        MakeSample("color", picture, {}),
-        MakeSample("rgb", picture, {.colors = JpegOptions::kRgb}),
-        MakeSample("gray", picture, {.colors = JpegOptions::kGray}),
-        MakeSample("progressive", picture, {.progressive = true}),
-        MakeSample("arithmetic", picture, {.arithmetic = true}),
-        MakeSample("restarts", picture, {.restartInterval = 1}),
-        MakeSample("one_pixel", MakePicture(1, 1), {}),
-        MakeSample("with_metadata", picture, {.exif = MakeExif(1), .profile = MakeSrgbProfile()}),
+        JpegSample("color", picture, {}),
+        JpegSample("rgb", picture, {.colors = JpegOptions::kRgb}),
+        JpegSample("gray", picture, {.colors = JpegOptions::kGray}),
+        JpegSample("progressive", picture, {.progressive = true}),
+        JpegSample("arithmetic", picture, {.arithmetic = true}),
+        JpegSample("restarts", picture, {.restartInterval = 1}),
+        JpegSample("one_pixel", MakePicture(1, 1), {}),
+        JpegSample("with_metadata", picture, {.exif = MakeExif(1), .profile = MakeSrgbProfile()}),
     };
 }
 
-static Picture Decode(const Bytes& file) {
+static Picture DecodeJpeg(const Bytes& file) {
     Picture picture;
     EXPECT_EQ(DecodeFile(LoadAddOn("jpeg-translator.so"), file, &picture), B_OK);
     return picture;
@@ -37,7 +37,7 @@ TEST(JpegTest, TurnsThePictureUprightOnce) {
         for (int orientation = 0; orientation <= 9; orientation++) {
             const Bytes file = MakeJpeg(picture, {.exif = MakeExif(orientation, little)});
             const int known = orientation >= 1 && orientation <= 8 ? orientation : 1;
-            EXPECT_EQ(Decode(file), Upright(stored, known)) << orientation;
+            EXPECT_EQ(DecodeJpeg(file), Upright(stored, known)) << orientation;
         }
     }
 }
@@ -47,14 +47,14 @@ TEST(JpegTest, BrokenExifDoesNoHarm) {
     const Bytes whole = MakeExif(6);
     for (size_t length = 1; length < whole.size(); length++) {
         const Bytes exif(whole.begin(), whole.begin() + ptrdiff_t(length));
-        const Picture decoded = Decode(MakeJpeg(picture, {.exif = exif}));
+        const Picture decoded = DecodeJpeg(MakeJpeg(picture, {.exif = exif}));
         EXPECT_EQ(decoded.width, 8u);
     }
     for (size_t at = 6; at < whole.size(); at++) {
         for (uint8 value : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
             Bytes exif = whole;
             exif[at] = value;
-            EXPECT_EQ(Decode(MakeJpeg(picture, {.exif = exif})).height, 8u);
+            EXPECT_EQ(DecodeJpeg(MakeJpeg(picture, {.exif = exif})).height, 8u);
         }
     }
 }
@@ -80,11 +80,11 @@ TEST(JpegTest, TakesInkForInk) {
     for (const auto& test : kCases) {
         for (const auto colors : {JpegOptions::kCmyk, JpegOptions::kYcck}) {
             const Picture decoded =
-                Decode(MakeJpeg(test.stored, {.colors = colors, .quality = 100}));
+                DecodeJpeg(MakeJpeg(test.stored, {.colors = colors, .quality = 100}));
             const Picture expected{16, 16, std::vector<uint32>(256, test.inverted)};
             EXPECT_LE(Difference(decoded, expected), 3) << std::hex << decoded.pixels[0];
         }
-        const Picture decoded = Decode(MakeJpeg(
+        const Picture decoded = DecodeJpeg(MakeJpeg(
             test.stored, {.colors = JpegOptions::kCmyk, .adobeMarker = false, .quality = 100}));
         const Picture expected{16, 16, std::vector<uint32>(256, test.straight)};
         EXPECT_LE(Difference(decoded, expected), 3) << std::hex << decoded.pixels[0];
@@ -95,7 +95,7 @@ TEST(JpegTest, ConvertsAnEmbeddedProfile) {
     Picture red{16, 16, {}};
     red.pixels.assign(256, Bgra(255, 0, 0));
     const Picture decoded =
-        Decode(MakeJpeg(red, {.quality = 100, .profile = MakeExchangedProfile()}));
+        DecodeJpeg(MakeJpeg(red, {.quality = 100, .profile = MakeExchangedProfile()}));
     const Picture green{16, 16, std::vector<uint32>(256, Bgra(0, 255, 0))};
     EXPECT_LE(Difference(decoded, green), 4) << std::hex << decoded.pixels[0];
 }
@@ -103,7 +103,7 @@ TEST(JpegTest, ConvertsAnEmbeddedProfile) {
 TEST(JpegTest, ConvertsAGrayProfile) {
     Picture gray{16, 16, {}};
     gray.pixels.assign(256, Bgra(128, 128, 128));
-    const Picture decoded = Decode(MakeJpeg(
+    const Picture decoded = DecodeJpeg(MakeJpeg(
         gray, {.colors = JpegOptions::kGray, .quality = 100, .profile = MakeGrayProfile(1.0)}));
     // Half of the light is 188 in sRGB.
     const Picture expected{16, 16, std::vector<uint32>(256, Bgra(188, 188, 188))};
@@ -113,9 +113,9 @@ TEST(JpegTest, ConvertsAGrayProfile) {
 TEST(JpegTest, IgnoresAProfileThatDoesNotFit) {
     const Picture picture = MakePicture(16, 16);
     const Picture plain = PlainJpegDecode(MakeJpeg(picture));
-    EXPECT_EQ(Decode(MakeJpeg(picture, {.profile = MakeGrayProfile(1.0)})), plain);
-    EXPECT_EQ(Decode(MakeJpeg(picture, {.profile = Bytes(300, 'x')})), plain);
-    EXPECT_EQ(Decode(MakeJpeg(picture, {.profile = MakeSrgbProfile()})), plain);
+    EXPECT_EQ(DecodeJpeg(MakeJpeg(picture, {.profile = MakeGrayProfile(1.0)})), plain);
+    EXPECT_EQ(DecodeJpeg(MakeJpeg(picture, {.profile = Bytes(300, 'x')})), plain);
+    EXPECT_EQ(DecodeJpeg(MakeJpeg(picture, {.profile = MakeSrgbProfile()})), plain);
 }
 
 static size_t FindMarker(const Bytes& file, uint8 marker) {
@@ -147,7 +147,7 @@ TEST(JpegTest, AProgressiveFileStaysInItsBudget) {
 
 TEST(JpegTest, RefusesScansWithoutEnd) {
     const Picture picture = MakePicture(16, 16);
-    EXPECT_EQ(Decode(MakeJpeg(picture, {.progressive = true})).width, 16u);
+    EXPECT_EQ(DecodeJpeg(MakeJpeg(picture, {.progressive = true})).width, 16u);
     Picture decoded;
     BPrivate::AddOn::Problem problem;
     EXPECT_EQ(DecodeFile(LoadAddOn("jpeg-translator.so"), MakeJpeg(picture, {.manyScans = true}),

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-static Sample MakeSample(
+static Sample PngSample(
     const std::string& name, const Picture& picture, const PngOptions& options) {
     return {"png_" + name, "png-translator.so", "PNG image", MakePng(picture, options),
         PngPicture(picture, options), 0, true, false};
@@ -31,7 +31,7 @@ std::vector<Sample> PngSamples() {
                         continue;
                     const std::string name = std::string(type.name) + "_" + std::to_string(depth) +
                         (interlaced ? "_interlaced" : "") + (transparency ? "_keyed" : "");
-                    samples.push_back(MakeSample(name, picture,
+                    samples.push_back(PngSample(name, picture,
                         {.colorType = type.type,
                             .depth = depth,
                             .interlaced = interlaced,
@@ -40,19 +40,19 @@ std::vector<Sample> PngSamples() {
             }
         }
     }
-    samples.push_back(MakeSample("one_pixel", MakePicture(1, 1), {.interlaced = true}));
-    samples.push_back(MakeSample("with_metadata", picture, {.srgb = true, .exif = MakeExif(1)}));
-    samples.push_back(MakeSample("srgb_profile", picture, {.profile = MakeSrgbProfile()}));
+    samples.push_back(PngSample("one_pixel", MakePicture(1, 1), {.interlaced = true}));
+    samples.push_back(PngSample("with_metadata", picture, {.srgb = true, .exif = MakeExif(1)}));
+    samples.push_back(PngSample("srgb_profile", picture, {.profile = MakeSrgbProfile()}));
     return samples;
 }
 
-static status_t Try(const Bytes& file, Picture* picture) {
+static status_t TryPng(const Bytes& file, Picture* picture) {
     return DecodeFile(LoadAddOn("png-translator.so"), file, picture);
 }
 
-static Picture Decode(const Bytes& file) {
+static Picture DecodePng(const Bytes& file) {
     Picture picture;
-    EXPECT_EQ(Try(file, &picture), B_OK);
+    EXPECT_EQ(TryPng(file, &picture), B_OK);
     return picture;
 }
 
@@ -61,13 +61,13 @@ TEST(PngTest, TurnsThePictureUprightOnce) {
     for (const bool interlaced : {false, true}) {
         for (int orientation = 1; orientation <= 8; orientation++) {
             const PngOptions options{.interlaced = interlaced, .exif = MakeExif(orientation)};
-            EXPECT_EQ(Decode(MakePng(picture, options)), Upright(picture, orientation))
+            EXPECT_EQ(DecodePng(MakePng(picture, options)), Upright(picture, orientation))
                 << orientation;
             // Tools that add it later put it behind the pixels.
             const Bytes exif(options.exif.begin() + 6, options.exif.end());
             const Bytes file =
                 InsertChunk(MakePng(picture, {.interlaced = interlaced}), "IEND", "eXIf", exif);
-            EXPECT_EQ(Decode(file), Upright(picture, orientation)) << orientation;
+            EXPECT_EQ(DecodePng(file), Upright(picture, orientation)) << orientation;
         }
     }
 }
@@ -78,7 +78,7 @@ TEST(PngTest, ConvertsAnEmbeddedProfile) {
     const Picture green{4, 3, std::vector<uint32>(12, Bgra(0, 255, 0, 100))};
     for (const int depth : {8, 16}) {
         for (const bool interlaced : {false, true}) {
-            const Picture decoded = Decode(MakePng(red,
+            const Picture decoded = DecodePng(MakePng(red,
                 {.depth = depth, .interlaced = interlaced, .profile = MakeExchangedProfile()}));
             EXPECT_LE(Difference(decoded, green), 2) << std::hex << decoded.pixels[0];
         }
@@ -92,20 +92,21 @@ TEST(PngTest, ConvertsGammaAndGrayProfiles) {
     const Picture light{4, 3, std::vector<uint32>(12, Bgra(188, 188, 188, 77))};
     for (const int type : {4, 6}) {
         for (const int depth : {8, 16}) {
-            EXPECT_LE(
-                Difference(Decode(MakePng(gray, {.colorType = type, .depth = depth, .gamma = 1.0})),
-                    light),
+            EXPECT_LE(Difference(DecodePng(MakePng(
+                                     gray, {.colorType = type, .depth = depth, .gamma = 1.0})),
+                          light),
                 1);
             EXPECT_EQ(
-                Decode(MakePng(gray, {.colorType = type, .depth = depth, .gamma = 0.45455})), gray);
+                DecodePng(MakePng(gray, {.colorType = type, .depth = depth, .gamma = 0.45455})),
+                gray);
             // The statement that it is sRGB goes before the number.
-            EXPECT_EQ(Decode(MakePng(gray,
+            EXPECT_EQ(DecodePng(MakePng(gray,
                           {.colorType = type, .depth = depth, .gamma = 0.45455, .srgb = true})),
                 gray);
         }
     }
     for (const int depth : {8, 16}) {
-        EXPECT_LE(Difference(Decode(MakePng(gray,
+        EXPECT_LE(Difference(DecodePng(MakePng(gray,
                                  {.colorType = 4, .depth = depth, .profile = MakeGrayProfile(1)})),
                       light),
             1);
@@ -125,11 +126,11 @@ static Bytes WithSize(uint32 width, uint32 height) {
 
 TEST(PngTest, RefusesHugeSizesAtOnce) {
     Picture picture;
-    EXPECT_EQ(Try(WithSize(60000, 60000), &picture), B_NO_MEMORY);
-    EXPECT_EQ(Try(WithSize(0x7fffffff, 0x7fffffff), &picture), B_BAD_DATA);
-    EXPECT_EQ(Try(WithSize(0, 5), &picture), B_BAD_DATA);
-    EXPECT_EQ(Try(WithSize(0xffffffff, 1), &picture), B_BAD_DATA);
-    EXPECT_EQ(Try(WithSize(3000, 3000), &picture), B_BAD_DATA);
+    EXPECT_EQ(TryPng(WithSize(60000, 60000), &picture), B_NO_MEMORY);
+    EXPECT_EQ(TryPng(WithSize(0x7fffffff, 0x7fffffff), &picture), B_BAD_DATA);
+    EXPECT_EQ(TryPng(WithSize(0, 5), &picture), B_BAD_DATA);
+    EXPECT_EQ(TryPng(WithSize(0xffffffff, 1), &picture), B_BAD_DATA);
+    EXPECT_EQ(TryPng(WithSize(3000, 3000), &picture), B_BAD_DATA);
 }
 
 TEST(PngTest, AnInterlacedFileStaysInItsBudget) {
@@ -144,13 +145,13 @@ TEST(PngTest, AnInterlacedFileStaysInItsBudget) {
 TEST(PngTest, AWrongCheckSumIsAnErrorWhereverItIs) {
     const Bytes file = InsertChunk(MakePng(MakePicture(5, 5)), "IDAT", "teSt", {1, 2, 3});
     Picture picture;
-    ASSERT_EQ(Try(file, &picture), B_OK);
+    ASSERT_EQ(TryPng(file, &picture), B_OK);
     for (size_t at = 8; at + 12 <= file.size();) {
         const size_t length = size_t(file[at]) << 24 | size_t(file[at + 1]) << 16 |
             size_t(file[at + 2]) << 8 | file[at + 3];
         Bytes broken = file;
         broken[at + 8 + length] ^= 1;
-        EXPECT_EQ(Try(broken, &picture), B_BAD_DATA) << at;
+        EXPECT_EQ(TryPng(broken, &picture), B_BAD_DATA) << at;
         at += 12 + length;
     }
 }

@@ -127,7 +127,7 @@ std::vector<Sample> QtSamples() {
     return samples;
 }
 
-static status_t Try(const Bytes& file, Picture* picture = nullptr) {
+static status_t TryQt(const Bytes& file, Picture* picture = nullptr) {
     Picture own;
     return DecodeFile(LoadAddOn(kAddOn), file, picture != nullptr ? picture : &own);
 }
@@ -180,7 +180,7 @@ TEST(QtTest, TurnsThePictureUprightOnce) {
     for (int i = 0; i < 8; i++) {
         Picture decoded;
         ASSERT_EQ(
-            Try(MakeQtFile(ToQImage(picture), "tiff", {}, kTransformations[i]), &decoded), B_OK);
+            TryQt(MakeQtFile(ToQImage(picture), "tiff", {}, kTransformations[i]), &decoded), B_OK);
         EXPECT_EQ(decoded, Upright(picture, i + 1)) << i + 1;
     }
 }
@@ -192,7 +192,7 @@ TEST(QtTest, ConvertsColorSpaces) {
     image.fill(qRgb(128, 128, 128));
     image.setColorSpace(QColorSpace(QColorSpace::SRgbLinear));
     Picture decoded;
-    ASSERT_EQ(Try(MakeQtFile(image, "tiff"), &decoded), B_OK);
+    ASSERT_EQ(TryQt(MakeQtFile(image, "tiff"), &decoded), B_OK);
     const Picture light{3, 2, std::vector<uint32>(6, Bgra(188, 188, 188))};
     EXPECT_LE(Difference(decoded, light), 1) << std::hex << decoded.pixels[0];
 }
@@ -212,7 +212,7 @@ TEST(QtTest, RefusesHugeSizesAtOnce) {
         {"bmp", RunLengthBmp().replace(18, 8, "\0\0\0\x10\0\0\0\x10", 8)},
     };
     for (const auto& test : kCases)
-        EXPECT_NE(Try(FromText(test.file)), B_OK) << test.name;
+        EXPECT_NE(TryQt(FromText(test.file)), B_OK) << test.name;
 }
 
 TEST(QtTest, NeedsNoApplicationAndAnyThreadWillDo) {
@@ -221,7 +221,7 @@ TEST(QtTest, NeedsNoApplicationAndAnyThreadWillDo) {
     std::thread([] {
         for (const Sample& sample : QtSamples()) {
             Picture picture;
-            const status_t status = Try(sample.file, &picture);
+            const status_t status = TryQt(sample.file, &picture);
             EXPECT_EQ(status, sample.needsApplication ? B_NOT_SUPPORTED : B_OK) << sample;
         }
     }).join();
@@ -233,7 +233,7 @@ TEST(QtTest, DrawingsWithTextAreDrawnOnAnyThread) {
     const std::string drawing =
         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"60\" height=\"20\">"
         "<text x=\"1\" y=\"15\">words</text></svg>";
-    std::thread([&] { EXPECT_EQ(Try(FromText(drawing)), B_OK); }).join();
+    std::thread([&] { EXPECT_EQ(TryQt(FromText(drawing)), B_OK); }).join();
 }
 
 TEST(QtTest, RefusesDrawingsThatMultiplyThemselves) {
@@ -249,20 +249,20 @@ TEST(QtTest, RefusesDrawingsThatMultiplyThemselves) {
             drawing += "<g id=\"n" + std::to_string(i) + "\">" + use(i - 1) + use(i - 1) + "</g>";
         return drawing + "</svg>";
     };
-    EXPECT_EQ(Try(FromText(doubling(8))), B_OK);
-    EXPECT_EQ(Try(FromText(doubling(40))), B_BAD_DATA);
+    EXPECT_EQ(TryQt(FromText(doubling(8))), B_OK);
+    EXPECT_EQ(TryQt(FromText(doubling(40))), B_BAD_DATA);
     // Hidden behind an id that two elements have.
     std::string twice = doubling(40);
     twice.insert(begin.size(), "<g id=\"n20\"/>");
-    EXPECT_EQ(Try(FromText(twice)), B_BAD_DATA);
-    EXPECT_EQ(Try(FromText(
+    EXPECT_EQ(TryQt(FromText(twice)), B_BAD_DATA);
+    EXPECT_EQ(TryQt(FromText(
                   begin + "<g id=\"n1\">" + use(2) + "</g><g id=\"n2\">" + use(1) + "</g></svg>")),
         B_BAD_DATA);
     // A careless drawing that has one id many times is none of them.
     std::string careless = begin;
     for (int i = 0; i < 3000; i++)
         careless += "<g id=\"n1\"><rect width=\"1\" height=\"1\"/></g>";
-    EXPECT_EQ(Try(FromText(careless + use(1) + "</svg>")), B_OK);
+    EXPECT_EQ(TryQt(FromText(careless + use(1) + "</svg>")), B_OK);
 }
 
 TEST(QtTest, RefusesDrawingsWithoutEnd) {
@@ -270,10 +270,10 @@ TEST(QtTest, RefusesDrawingsWithoutEnd) {
     std::string deep = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\">";
     for (int i = 0; i < 100000; i++)
         deep += "<g>";
-    EXPECT_EQ(Try(FromText(deep)), B_BAD_DATA);
+    EXPECT_EQ(TryQt(FromText(deep)), B_BAD_DATA);
     // Compressed a thousandfold.
     std::string large =
         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\"><g id='";
     large += std::string(200 * 1024 * 1024, 'a');
-    EXPECT_EQ(Try(Compressed(large)), B_NO_MEMORY);
+    EXPECT_EQ(TryQt(Compressed(large)), B_NO_MEMORY);
 }
