@@ -5,6 +5,7 @@
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror -Wno-multichar)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     add_compile_options(-Wno-four-char-constants)
+    link_libraries(atomic)  # it calls a library for an atomic colour
 endif()
 
 # GCC 12 sees an overlap in std::string's operator+ that is not there, at -O3 only.
@@ -56,9 +57,10 @@ function(merge_sources TARGET)
 endfunction()
 
 # reuse_headers_of_sources(TARGET): in the builds with sanitizers what nearly every source includes is
-# read once for all of them. In the others each source has to include what it uses.
+# read once for all of them. In the others each source has to include what it uses. For fuzzing the
+# sources have options of their own.
 function(reuse_headers_of_sources TARGET)
-    if(NOT LORIVANE_SANITIZE)
+    if(NOT LORIVANE_SANITIZE OR LORIVANE_FUZZ)
         return()
     endif()
     if(NOT TARGET source_headers)
