@@ -30,8 +30,8 @@ float SaneSize(float size) {
 }
 
 float SaneWidth(float width) {
-    constexpr float kWidest =
-        1 << 20;  // what Qt's fixed point numbers hold, and far beyond a screen
+    // What Qt's fixed point numbers hold, and far beyond a screen.
+    constexpr float kWidest = 1 << 20;
     return std::isfinite(width) ? std::clamp(width, 0.0F, kWidest) : 0;
 }
 

@@ -8,6 +8,7 @@
 #include <storage/Resources.h>
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -67,6 +68,21 @@ public:
                 return true;
             });
             EXPECT_EQ(InitWith(layout), B_NO_INIT) << name;
+        }
+    }
+
+    /// Every view in it has the same one.
+    void ExpectAbsurdFramesAreMadeGood() const {
+        const float none = std::numeric_limits<float>::quiet_NaN();
+        for (const BRect frame : {BRect(), BRect(0, 0, 1e30F, 1e30F), BRect(none, none, none, none),
+                 BRect(-5000, -5000, -6000, -6000), BRect(1e9F, 1e9F, 1e9F, 1e9F)}) {
+            BMessage layout(fLayout);
+            (void)layout.ReplaceRect("_frame", frame);
+            Rewrite(&layout, [&](BMessage* view) {
+                (void)view->ReplaceRect("_frame", frame);
+                return true;
+            });
+            EXPECT_EQ(InitWith(layout), B_OK) << frame.left << ' ' << frame.right;
         }
     }
 
