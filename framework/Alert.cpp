@@ -4,10 +4,68 @@
 #include "framework/HintedLabels.h"
 #include "framework/LocalText.h"
 
+#include <app/AppDefs.h>
+#include <app/Message.h>
+#include <app/MessageFilter.h>
+#include <interface/Button.h>
 #include <interface/InterfaceDefs.h>
 #include <string>
 
 namespace {
+
+bool is_letter(char character, char letter) {
+    if (character >= 'A' && character <= 'Z')
+        character = static_cast<char>(character - 'A' + 'a');
+    return character == letter;
+}
+
+/// Lets a letter press the button as well. An alert has one shortcut for each button, and that of
+/// this one is Escape.
+class TLetterFilter : public BMessageFilter {
+public:
+    /// @param button of the window the filter is added to
+    TLetterFilter(BButton* button, char letter)
+        : BMessageFilter(B_ANY_DELIVERY, B_ANY_SOURCE, B_KEY_DOWN), fButton(button),
+          fLetter(letter) {}
+
+    filter_result Filter(BMessage* message, BHandler** /*target*/) override {
+        if (!IsMeant(*message))
+            return B_DISPATCH_MESSAGE;
+        // A key that was held when the alert appeared is no answer.
+        if (!message->HasInt32("be:key_repeat"))
+            (void)fButton->Invoke();
+        return B_SKIP_MESSAGE;
+    }
+
+private:
+    /// As with the alert's own shortcuts: by the key itself or by what the modifiers make of it,
+    /// whichever are held but Command.
+    bool IsMeant(const BMessage& keyDown) const {
+        int32 modifiers = 0;
+        if (keyDown.FindInt32("modifiers", &modifiers) == B_OK && (modifiers & B_COMMAND_KEY) != 0)
+            return false;
+        int32 rawChar = 0;
+        if (keyDown.FindInt32("raw_char", &rawChar) == B_OK && rawChar > 0 && rawChar < 128 &&
+            is_letter(static_cast<char>(rawChar), fLetter))
+            return true;
+        const char* bytes = nullptr;
+        return keyDown.FindString("bytes", &bytes) == B_OK && bytes[0] != '\0' &&
+            bytes[1] == '\0' && is_letter(bytes[0], fLetter);
+    }
+
+    BButton* const fButton;  // goes with the window, as this does
+    const char fLetter;
+};
+
+/// The button that changes nothing: Escape stands for it, and so does Enter.
+void set_harmless(BAlert* alert, int32 index, const char* label) {
+    alert->SetShortcut(index, B_ESCAPE);
+    BButton* button = alert->ButtonAt(index);
+    alert->SetDefaultButton(button);
+    button->MakeFocus(true);
+    if (const char letter = short_cut_from_label(label); letter != 0)
+        alert->AddCommonFilter(new TLetterFilter(button, letter));
+}
 
 std::string message_of(const char* text, const char* hint) {
     return std::string(text != nullptr ? text : "") + "\n\n" + (hint != nullptr ? hint : "");
@@ -22,7 +80,10 @@ int32 show_alert(const char* text, const char* hint, const char* button0, const 
     const char* const labels[] = {button0, button1, button2};
     for (int32 i = 0; i < alert->CountButtons(); i++) {
         const char* label = labels[i] != nullptr ? labels[i] : "";
-        alert->SetShortcut(i, i == escapeIndex ? char{B_ESCAPE} : short_cut_from_label(label));
+        if (i == escapeIndex)
+            set_harmless(alert, i, label);
+        else
+            alert->SetShortcut(i, short_cut_from_label(label));
     }
     const int32 count = alert->CountButtons();
     const int32 button = alert->Go();  // the alert is gone

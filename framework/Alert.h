@@ -7,8 +7,9 @@
 /// go on. The alert bears the application's name, and shows `text` and, two line ends below it,
 /// `hint`.
 ///
-/// A null button ends the list. The button at `escapeIndex` answers to Escape, every other to the
-/// letter its label shows.
+/// A null button ends the list. Each button answers to the letter its label shows. The one at
+/// `escapeIndex`, which is to be the one that changes nothing, answers to Escape as well, and to
+/// Enter until the user moves the focus; without it Enter is for the last.
 ///
 /// @return the index of the button chosen; `escapeIndex` when the application quits unanswered, so
 /// that nobody takes the end for an agreement, or -1 when no button has that index

@@ -1,5 +1,6 @@
 #include "framework/Alert.h"
 
+#include "framework/Accelerator.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/InterAppPrefs.h"
 #include "kits/interface/AlertAnswer.h"
@@ -7,6 +8,8 @@
 #include "tests/framework/TestWindows.h"
 
 #include <algorithm>
+#include <app/Message.h>
+#include <array>
 #include <future>
 #include <interface/InterfaceDefs.h>
 
@@ -80,12 +83,75 @@ TEST_F(AlertTest, ButtonsAnswerToTheLettersTheyShow) {
     EXPECT_EQ(Answer(), 2);
 }
 
-TEST_F(AlertTest, AButtonWithoutAHintHasNoLetterAndOneForEscapeNoOther) {
+TEST_F(AlertTest, AButtonWithoutAHintHasNoLetter) {
     recording::Window& alert = Ask([] { return ask_three(0); });
-    for (const char key : {'m', 'M', 'a', 'n'})
+    for (const char key : {'m', 'M', 'a'})
         alert.PressKey(key);
     alert.PressKey('y');
     EXPECT_EQ(Answer(), 2);
+}
+
+TEST_F(AlertTest, TheButtonForEscapeAnswersToItsLetterAsWell) {
+    for (const auto& [key, modifiers] : {std::pair('n', 0U), std::pair('N', uint32{B_SHIFT_KEY}),
+             std::pair('n', uint32{B_CONTROL_KEY}), std::pair(char{B_ESCAPE}, 0U)}) {
+        Ask([] { return ask_three(0); }).PressKey(key, modifiers);
+        EXPECT_EQ(Answer(), 0);
+    }
+    // One that copies the text, or a menu's shortcut, agrees to nothing.
+    recording::Window& alert = Ask([] { return ask_three(0); });
+    alert.PressKey('n', B_COMMAND_KEY);
+    alert.PressKey('y');
+    EXPECT_EQ(Answer(), 2);
+}
+
+TEST_F(AlertTest, EveryFormatOfHintsGivesItsLetter) {
+    for (const char* format : {"\x01"
+                               "a)",
+             "\x01(a)",
+             "\x01"
+             "a ",
+             "\x01"
+             "a\xE3\x83\xBB",
+             "\x02(a)"}) {
+        const std::string no = merge_accelerator_key(format, "N", "No");
+        const std::string all = merge_accelerator_key(format, "A", "Delete All");
+        const auto ask = [&] {
+            return show_alert("?", "", no.c_str(), all.c_str(), nullptr, 0, B_WARNING_ALERT);
+        };
+        for (const auto& [key, answer] : {std::pair('n', 0), std::pair('a', 1)}) {
+            for (const uint32 modifiers : {uint32{0}, uint32{B_CONTROL_KEY}}) {
+                Ask(ask).PressKey(key, modifiers);
+                EXPECT_EQ(Answer(), answer) << no << " " << key;
+            }
+        }
+    }
+}
+
+TEST_F(AlertTest, AKeyHeldSinceBeforeIsNoAnswer) {
+    recording::Window& alert = Ask([] { return ask_three(0); });
+    BMessage repeated(B_KEY_DOWN);
+    (void)repeated.AddInt32("raw_char", 'n');
+    (void)repeated.AddString("bytes", "n");
+    (void)repeated.AddInt32("be:key_repeat", 3);
+    alert.Send(repeated);
+    alert.PressKey('y');
+    EXPECT_EQ(Answer(), 2);
+}
+
+TEST_F(AlertTest, EnterIsForTheButtonThatChangesNothing) {
+    for (const int32 escapeIndex : {0, 1, 2}) {
+        recording::Window& alert = Ask([=] { return ask_three(escapeIndex); });
+        const auto button = alert.FindControl(std::array{"No(N)", "Maybe", "(Y)Yes"}[escapeIndex]);
+        EXPECT_TRUE(std::get<BPrivate::ButtonState>(button->state).isDefault);
+        EXPECT_TRUE(button->place.focused);
+        alert.PressKey(B_ENTER);
+        EXPECT_EQ(Answer(), escapeIndex);
+    }
+    // Who goes to another one means it.
+    recording::Window& alert = Ask([] { return ask_three(0); });
+    alert.PressKey(B_RIGHT_ARROW);
+    alert.PressKey(B_ENTER);
+    EXPECT_EQ(Answer(), 1);
 }
 
 TEST_F(AlertTest, TheTitleIsTheApplicationsNameInTheUsersLanguage) {
@@ -110,7 +176,7 @@ TEST_F(AlertTest, AnErrorIsOnlyToBeUnderstood) {
         return int32(0);
     };
     ASSERT_EQ(gIAPs.SetString("AccKeyFormat2", "\x02(a)"), 0);
-    for (const char key : {B_ESCAPE, B_ENTER}) {
+    for (const char key : {char{B_ESCAPE}, char{B_ENTER}, 'u', 'U'}) {
         recording::Window& alert = Ask(error);
         EXPECT_TRUE(HasButton("Understand(U)"));
         EXPECT_EQ(Text().text, "@Err_Cannot_Show_Help@\n\nhint");
