@@ -55,6 +55,10 @@ public:
     }
     void RemoveControl(BPrivate::ControlId id) override { fWindow->RemoveControl(id); }
     void OpenMenu(BPrivate::ControlId bar, int32 item) override { fWindow->OpenMenu(bar, item); }
+    void SetReadableView(int32 id, const BPrivate::ReadableView& view) override {
+        fWindow->SetReadableView(id, view);
+    }
+    void RemoveReadableView(int32 id) override { fWindow->RemoveReadableView(id); }
     void Present(const BPrivate::PixelBuffer& backBuffer, BRect area) override {
         fWindow->Present(backBuffer, area);
         if (gListener)

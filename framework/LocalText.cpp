@@ -19,6 +19,19 @@ std::string local_text_with_app(const char* key) {
     return local_text_with(key, "%AppName%", local_name(kAppName));
 }
 
+std::string local_caption(const char* key) {
+    std::string caption = be_locale->GetString(key);
+    const std::string fullWidthColon = "\xEF\xBC\x9A";
+    for (;;) {
+        if (caption.ends_with(' ') || caption.ends_with(':'))
+            caption.pop_back();
+        else if (caption.ends_with(fullWidthColon))
+            caption.resize(caption.size() - fullWidthColon.size());
+        else
+            return caption;
+    }
+}
+
 TNamedLabel named_label(const std::string& viewName) {
     if (viewName.empty())
         return {};

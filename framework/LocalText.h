@@ -14,6 +14,9 @@ std::string local_name(const std::string& name);
 /// The text for the key with the application's name, itself localised, for "%AppName%".
 std::string local_text_with_app(const char* key);
 
+/// The text for the key, a label, without the colon that leads to what it labels.
+std::string local_caption(const char* key);
+
 /// What the name of a relabelled control holds: its shortcut character, and after it the key of
 /// its label, which is empty when the name is a single character.
 struct TNamedLabel {

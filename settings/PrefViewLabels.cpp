@@ -1,8 +1,10 @@
 // The preferences dialog's texts.
 
+#include <interface/Accessibility.h>
 #include <interface/Box.h>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/ListView.h>
 #include <interface/MenuField.h>
 #include <interface/MenuItem.h>
 #include <interface/RadioButton.h>
@@ -14,6 +16,7 @@
 #include <string>
 
 #include "framework/HintedLabels.h"
+#include "framework/LocalText.h"
 #include "framework/MessageCodes.h"
 #include "settings/DisplayOption.h"
 #include "settings/PrefChoices.h"
@@ -52,6 +55,8 @@ void TPrefView::SetViewLabels() {
     fMFieldCommentFontFace->SetLabel(labels("Font: ", "F").c_str());
     fTxtCtrlCommentFontSize->SetLabel(labels("Size: ", "S").c_str());
     fTxtCtrlAddCommentFileExt->SetLabel(labels("Extension of Comment File: ", "X").c_str());
+    set_accessible_name(
+        fLViewCommentFileExts, local_caption("Extension of Comment File: ").c_str());
     fButtonAddCommentFileExt->SetLabel(labels("Add >>", "A").c_str());
     fButtonRemoveCommentFileExt->SetLabel(labels("<< Remove", "R").c_str());
     fMFieldCommentEncoding->SetLabel(labels("Encoding: ", "E").c_str());

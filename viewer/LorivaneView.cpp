@@ -80,12 +80,14 @@ void TLorivaneView::MessageReceived(BMessage* message) {
 
 void TLorivaneView::LanguageChanged() {
     SetWinTitle(fCurrentImage ? fCurrentImage->FileName() : std::string());
+    fStatusView->LanguageChanged();
 }
 
 void TLorivaneView::Clear() {
     fCurrentImage.reset();
     SetWinTitle("");
     fStatusView->Clear();
+    TellPicture();
 }
 
 // What is left when an image was expected and there is none.

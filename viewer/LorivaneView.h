@@ -113,6 +113,8 @@ public:
     float BarsHeight(bool withBars) const;
     /// Fits the window to the image as far as the display option asks for it.
     void ResizeWindow(TImage* image);
+    /// Tells assistive programs which picture is shown, and what there is to know of it.
+    void TellPicture();
     /// Names the file in the window's title; none when the path is empty.
     void SetWinTitle(const std::string& path);
     void PrefDisplayOptionChanged();

@@ -50,6 +50,7 @@ void TLorivaneView::ReloadComment() {
     if (!fCurrentImage)
         return;
     (void)fCurrentImage->Comment()->Load(fCurrentImage->FileName());
+    TellPicture();
     Invalidate();
 }
 

@@ -262,6 +262,7 @@ void TLorivaneView::DisplayCurrentImage() {
     ResetScrollValues();
     SetWinTitle(CurrentPath());
     fStatusView->SetImageInfo(fCurrentIndex, Count(), fCurrentImage.get());
+    TellPicture();
     Invalidate();
     Window()->UpdateIfNeeded();
 }

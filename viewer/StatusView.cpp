@@ -1,9 +1,12 @@
 #include "viewer/StatusView.h"
 
 #include <cmath>
+#include <interface/Accessibility.h>
 #include <interface/Bitmap.h>
 #include <interface/Box.h>
 #include <interface/InterfaceDefs.h>
+#include <iterator>
+#include <locale/Locale.h>
 
 #include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
@@ -19,6 +22,8 @@ constexpr float kSmallestFontSize = 8;
 constexpr float kFieldGap = 2;
 constexpr BRect kSeparatorFrame(0, 0, 1, 18);
 constexpr float kSeparatorTop = -2;
+
+constexpr const char* LKK_STRVIEW_STATUS[] = {"Position in Folder", "Format", "Size", "Scale"};
 
 void show_text(BStringView* field, const std::string& text) {
     BFont font;
@@ -64,6 +69,7 @@ TStatusView::TStatusView(BRect frame)
     fKindView = AddField("StrViewKind", &left, 70);
     fSizeView = AddField("StrViewSize", &left, 70);
     fScaleView = AddField("StrViewScale", &left, 80);
+    LanguageChanged();
 }
 
 void TStatusView::SetImageInfo(uint32 index, uint32 count, TImage* image) {
@@ -76,6 +82,13 @@ void TStatusView::SetImageInfo(uint32 index, uint32 count, TImage* image) {
 void TStatusView::SetScale(TImage* image) {
     show_text(fScaleView,
         scale_text(image->Image()->Bounds(), image->OrgImage()->Bounds(), gPrefs.fDisplayOption));
+}
+
+// What a text stands for is seen from its place, and has to be told to those who do not see it.
+void TStatusView::LanguageChanged() {
+    BStringView* const fields[] = {fIndexView, fKindView, fSizeView, fScaleView};
+    for (size_t i = 0; i < std::size(fields); i++)
+        set_accessible_description(fields[i], be_locale->GetString(LKK_STRVIEW_STATUS[i]));
 }
 
 void TStatusView::Clear() {

@@ -19,6 +19,8 @@ public:
     void SetScale(TImage* image);
     void Clear();
 
+    void LanguageChanged() override;
+
 private:
     BStringView* AddField(const char* name, float* left, float width);
 

@@ -4,6 +4,7 @@
 #include <app/AppDefs.h>
 #include <app/Message.h>
 #include <app/Messenger.h>
+#include <interface/Accessibility.h>
 #include <interface/Bitmap.h>
 #include <interface/Button.h>
 #include <interface/InterfaceDefs.h>
@@ -16,6 +17,7 @@
 #include "framework/FileName.h"
 #include "framework/FindChild.h"
 #include "framework/LanguageChangedFilter.h"
+#include "framework/LocalText.h"
 #include "framework/MessageCodes.h"
 #include "framework/Placing.h"
 #include "viewer/Image.h"
@@ -123,8 +125,10 @@ void TPropertyView::SetViewLabels() {
     const bool isAttached = Window() != nullptr;
     if (isAttached && !LockLooper())
         return;
-    for (size_t i = 0; i < fRows.size(); i++)
+    for (size_t i = 0; i < fRows.size(); i++) {
         fRows[i].label->SetText(be_locale->GetString(LKK_STRVIEW_PROPERTY[i]));
+        set_accessible_description(fRows[i].value, local_caption(LKK_STRVIEW_PROPERTY[i]).c_str());
+    }
     fButtonOK->SetLabel(be_locale->GetString("OK"));
     FitToTexts();
     if (isAttached)

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalBlocker>
 
 #include "kits/desktop/ControlWidget.h"
 
@@ -44,12 +45,14 @@ private:
 class CheckBoxWidget : public ControlWidget {
 public:
     CheckBoxWidget(QCheckBox* box, const ControlReport& report) : ControlWidget(box), fBox(*box) {
+        // Not only clicks: assistive programs turn it on and off without one.
         QObject::connect(
-            &fBox, &QCheckBox::clicked, &fBox, [report](bool on) { ReportValue(report, on); });
+            &fBox, &QCheckBox::toggled, &fBox, [report](bool on) { ReportValue(report, on); });
     }
 
     void SetState(const ControlState& state) override {
         const auto& box = std::get<CheckBoxState>(state);
+        const QSignalBlocker blocker(fBox);
         fBox.setText(LabelText(box.label));
         fBox.setChecked(box.on);
     }
@@ -58,14 +61,38 @@ private:
     QCheckBox& fBox;
 };
 
+/// Knows clicks, by mouse or keys, from other ways to turn it on.
+class ClickedRadioButton : public QRadioButton {
+public:
+    using QRadioButton::QRadioButton;
+
+    bool IsClicked() const { return fClicked; }
+
+protected:
+    void nextCheckState() override {
+        fClicked = true;
+        QRadioButton::nextCheckState();
+        fClicked = false;
+    }
+
+private:
+    bool fClicked = false;
+};
+
 /// Those of one choice are a group of Qt's, which the arrow keys go along. All controls of a window
 /// have one parent here, so that it is not by itself a group.
 class RadioButtonWidget : public ControlWidget {
 public:
-    RadioButtonWidget(QRadioButton* button, const ControlReport& report)
+    RadioButtonWidget(ClickedRadioButton* button, const ControlReport& report)
         : ControlWidget(button), fButton(*button) {
+        // Of one that is on already, too.
         QObject::connect(
             &fButton, &QRadioButton::clicked, &fButton, [report] { ReportValue(report, true); });
+        // Assistive programs turn it on without a click.
+        QObject::connect(&fButton, &QRadioButton::toggled, &fButton, [this, report](bool on) {
+            if (on && !fButton.IsClicked())
+                ReportValue(report, true);
+        });
     }
     ~RadioButtonWidget() override { Leave(); }
 
@@ -74,6 +101,7 @@ public:
         fButton.setText(LabelText(button.label));
         if (fButton.parentWidget() != nullptr)
             Join(QStringLiteral("group %1").arg(button.group));
+        const QSignalBlocker blocker(fButton);
         // The kits may turn all off, and have two on for a moment.
         SetExclusive(false);
         fButton.setChecked(button.on);
@@ -107,7 +135,7 @@ private:
             fButton.group()->setExclusive(exclusive);
     }
 
-    QRadioButton& fButton;
+    ClickedRadioButton& fButton;
 };
 
 }  // namespace
@@ -121,7 +149,7 @@ std::unique_ptr<ControlWidget> MakeCheckBox(QWidget* parent, ControlReport repor
 }
 
 std::unique_ptr<ControlWidget> MakeRadioButton(QWidget* parent, ControlReport report) {
-    return std::make_unique<RadioButtonWidget>(new QRadioButton(parent), report);
+    return std::make_unique<RadioButtonWidget>(new ClickedRadioButton(parent), report);
 }
 
 }  // namespace BPrivate

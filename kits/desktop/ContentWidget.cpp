@@ -43,8 +43,8 @@ ContentWidget::ContentWidget(QWidget& window, std::function<void(BMessage& messa
       fControls(*this,
           {[this](BMessage& change) { SendChange(change); },
               [this](const QKeyEvent& event) { SendKey(event); }}),
-      fClicks(QGuiApplication::styleHints()->mouseDoubleClickInterval(),
-          QGuiApplication::styleHints()->mouseDoubleClickDistance()) {
+      fReadables(*this), fClicks(QGuiApplication::styleHints()->mouseDoubleClickInterval(),
+                             QGuiApplication::styleHints()->mouseDoubleClickDistance()) {
     // The front image covers everything, so Qt need not clear the window before.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);

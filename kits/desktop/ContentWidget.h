@@ -9,6 +9,7 @@
 #include "kits/desktop/FrontImage.h"
 #include "kits/desktop/Keyboard.h"
 #include "kits/desktop/Mouse.h"
+#include "kits/desktop/ReadableViews.h"
 
 class BMessage;
 
@@ -25,6 +26,8 @@ public:
     ~ContentWidget() override;
 
     ControlSet& Controls() { return fControls; }
+    ReadableViews& Readables() { return fReadables; }
+    const ReadableViews& Readables() const { return fReadables; }
     /// Where the kits have the content's upper left corner on the screen.
     void SetOrigin(QPoint origin) { fOrigin = origin; }
     /// Tells the modifiers if they are others than were told.
@@ -54,6 +57,7 @@ private:
     const std::shared_ptr<FrontImage> fImage;
     const Keyboard& fKeyboard;
     ControlSet fControls;
+    ReadableViews fReadables;
     ClickCounter fClicks;
     WheelCounter fWheel;
     QPoint fOrigin;

@@ -77,6 +77,8 @@ void ControlSet::Place(ControlId id, const ControlPlace& place) {
         return;
     ControlWidget& control = *found->second.control;
     QWidget& widget = control.Widget();
+    widget.setObjectName(QString::fromStdString(place.view));
+    control.FocusWidget().setAccessibleDescription(QString::fromStdString(place.description));
     control.SetAccessibleName(QString::fromStdString(place.name));
     widget.setEnabled(place.enabled);
     for (QWidget* part : control.KeyWidgets())

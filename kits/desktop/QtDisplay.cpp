@@ -7,8 +7,10 @@
 
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/Fonts.h"
+#include "kits/desktop/LabelReading.h"
 #include "kits/desktop/ProgramIcon.h"
 #include "kits/desktop/QtWindow.h"
+#include "kits/desktop/WindowReading.h"
 
 namespace BPrivate {
 
@@ -38,6 +40,8 @@ std::unique_ptr<QApplication> MakeApplication() {
     auto application = std::make_unique<QApplication>(count, arguments);
     qInstallMessageHandler(before);
     QApplication::setQuitOnLastWindowClosed(false);
+    TellWindowsToScreenReaders();
+    TellLabelsToScreenReaders();
     QApplication::setWindowIcon(ProgramIcon(*BApplication::AppResources()));
     return application;
 }

@@ -116,6 +116,14 @@ void QtWindow::OpenMenu(ControlId bar, int32 item) {
     Post([=](WindowWidget& widget) { widget.Content().Controls().OpenMenu(bar, item); });
 }
 
+void QtWindow::SetReadableView(int32 id, const ReadableView& view) {
+    Post([=](WindowWidget& widget) { widget.Content().Readables().Set(id, view); });
+}
+
+void QtWindow::RemoveReadableView(int32 id) {
+    Post([=](WindowWidget& widget) { widget.Content().Readables().Remove(id); });
+}
+
 void QtWindow::Present(const PixelBuffer& backBuffer, BRect area) {
     if (!fImage->Present(backBuffer, PixelsOf(area)))
         return;

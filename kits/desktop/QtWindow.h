@@ -38,6 +38,8 @@ public:
     void PlaceControl(ControlId id, const ControlPlace& place) override;
     void RemoveControl(ControlId id) override;
     void OpenMenu(ControlId bar, int32 item) override;
+    void SetReadableView(int32 id, const ReadableView& view) override;
+    void RemoveReadableView(int32 id) override;
     void Present(const PixelBuffer& backBuffer, BRect area) override;
 
 private:

@@ -89,8 +89,6 @@ public:
         fLabel.setPalette(palette);
         const QString text = OneLine(view.text);
         fLabel.setText(text);
-        // The name says which text this is; what it says now is its description.
-        fLabel.setAccessibleDescription(text);
         fLabel.UpdateToolTip();
     }
 

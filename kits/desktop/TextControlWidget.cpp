@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QResizeEvent>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
 
@@ -53,8 +54,9 @@ public:
         : ControlWidget(field), fField(*field), fReport(std::move(report)) {
         fField.setFocusProxy(&fField.Field());
         fField.Label().setTextFormat(Qt::PlainText);
+        // Not only what is typed: assistive programs put in a text as a whole.
         QObject::connect(
-            &fField.Field(), &QLineEdit::textEdited, &fField, [this](const QString& text) {
+            &fField.Field(), &QLineEdit::textChanged, &fField, [this](const QString& text) {
                 BMessage change;
                 change.AddString("text", text.toStdString().c_str());
                 fReport(change);
@@ -71,6 +73,7 @@ public:
         if (fField.Field().text() == text)
             return;
         // A text longer than the field shows its start, or stays where it is being edited.
+        const QSignalBlocker blocker(fField.Field());
         const int cursor = fField.Field().cursorPosition();
         fField.Field().setText(text);
         fField.Field().setCursorPosition(cursor);

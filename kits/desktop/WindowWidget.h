@@ -39,6 +39,8 @@ public:
     bool IsSettled() const { return !fSettling.isActive(); }
     void Minimize(bool minimize);
     ContentWidget& Content() { return fContent; }
+    /// Whether it asks or tells something, and has the size that takes.
+    bool IsDialog() const { return (fFlags & B_NOT_ZOOMABLE) != 0; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

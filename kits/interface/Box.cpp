@@ -27,9 +27,7 @@ public:
     explicit Peer(BBox& box) : fBox(box) {}
 
     ControlState State() const override { return BoxState{fBox.fBorder, fBox.fLabel, fBox.fFill}; }
-    std::string AccessibleName() const override {
-        return fBox.fLabel.empty() ? ControlPeer::AccessibleName() : fBox.fLabel;
-    }
+    std::string AccessibleName() const override { return fBox.fLabel; }
     void UserChanged(const BMessage&) override {}
 
 private:

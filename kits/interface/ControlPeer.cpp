@@ -4,6 +4,7 @@
 #include <atomic>
 #include <interface/Window.h>
 
+#include "kits/interface/ViewReading.h"
 #include "kits/interface/WindowData.h"
 
 namespace BPrivate {
@@ -13,7 +14,8 @@ namespace {
 std::atomic<ControlId> sLastId{0};
 
 bool SamePlace(const ControlPlace& a, const ControlPlace& b) {
-    return a.name == b.name && a.frame == b.frame && a.clip == b.clip && a.visible == b.visible &&
+    return a.view == b.view && a.name == b.name && a.description == b.description &&
+        a.frame == b.frame && a.clip == b.clip && a.visible == b.visible &&
         a.enabled == b.enabled && a.focused == b.focused && a.navigable == b.navigable;
 }
 
@@ -66,12 +68,18 @@ void ControlPeer::GetPreferredSize(float* width, float* height) const {
 }
 
 std::string ControlPeer::AccessibleName() const {
-    return fView->Name() != nullptr ? fView->Name() : "";
+    return {};
 }
 
 ControlPlace ControlPeer::_Place() const {
     ControlPlace place;
-    place.name = AccessibleName();
+    place.view = fView->Name() != nullptr ? fView->Name() : "";
+    if (const ViewReading* reading = fView->fReading.get(); reading != nullptr) {
+        place.name = reading->Name();
+        place.description = reading->Description();
+    }
+    if (place.name.empty())
+        place.name = AccessibleName();
     place.frame = fView->Bounds().OffsetByCopy(fView->_RootOffset());
     place.clip = place.frame;
     place.visible = fView->fHideLevel == 0;

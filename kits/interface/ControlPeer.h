@@ -59,6 +59,8 @@ public:
 
     virtual ControlState State() const = 0;
     virtual bool IsEnabled() const { return true; }
+    /// What people call it where the program says nothing else: its label. Empty for what has
+    /// none, or is called by what it shows.
     virtual std::string AccessibleName() const;
     /// The user changed the control: a fresh `kControlChanged`. Whether the change is to be handed
     /// down again is up to the control class (it need not be: the control shows it already).

@@ -200,13 +200,25 @@ using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, But
 
 /// What every control has besides its state.
 struct ControlPlace {
-    std::string name;  ///< accessible name where the state has no label
-    BRect frame;       ///< in window coordinates
-    BRect clip;        ///< the part the views around it leave; invalid: all of it
+    std::string view;  ///< the view's name in the program, which no one is told
+    std::string name;  ///< what assistive programs call it; empty: as the desktop does by itself
+    std::string description = {};  ///< what they tell besides
+    BRect frame;                   ///< in window coordinates
+    BRect clip;                    ///< the part the views around it leave; invalid: all of it
     bool visible = true;
     bool enabled = true;
     bool focused = false;    ///< has the window's keyboard focus
     bool navigable = false;  ///< a click gives it the keyboard focus
+};
+
+/// A view that draws itself, as assistive programs are told of it: a picture.
+struct ReadableView {
+    std::string name;
+    std::string description;
+    BRect frame;           ///< what is seen of it, in window coordinates
+    bool focused = false;  ///< has the window's keyboard focus
+
+    bool operator==(const ReadableView&) const = default;
 };
 
 /// How a window is made. The frame is that of its content, in screen coordinates.
@@ -275,6 +287,11 @@ public:
     virtual void RemoveControl(ControlId id) = 0;
     /// Opens the menu of that item of a menu bar as the keyboard does; 0 for the first.
     virtual void OpenMenu(ControlId bar, int32 item) = 0;
+
+    /// Tells assistive programs of the view from now on, or that it has changed. What is drawn and
+    /// what the user does there stays as it is. The id is the view's own, and no control's.
+    virtual void SetReadableView(int32 id, const ReadableView& view) = 0;
+    virtual void RemoveReadableView(int32 id) = 0;
 
     /// Shows the given area of the back buffer on the screen. The buffer covers the whole window
     /// content and its alpha is ignored; the area is in pixels of the buffer, edges included.

@@ -13,11 +13,7 @@ public:
 
     bool IsEnabled() const override { return fControl.IsEnabled(); }
 
-    /// The label; the view's name for a control that has none.
-    std::string AccessibleName() const override {
-        const std::string label = fControl.Label();
-        return label.empty() ? ControlPeer::AccessibleName() : label;
-    }
+    std::string AccessibleName() const override { return fControl.Label(); }
 
 private:
     const BControl& fControl;

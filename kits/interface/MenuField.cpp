@@ -46,10 +46,7 @@ public:
         return fField.fEnabled && (fField.fMenu == nullptr || fField.fMenu->IsEnabled());
     }
 
-    /// The label; the view's name for a field that has none.
-    std::string AccessibleName() const override {
-        return fField.fLabel.empty() ? ControlPeer::AccessibleName() : fField.fLabel;
-    }
+    std::string AccessibleName() const override { return fField.fLabel; }
 
 protected:
     const BMenu* ShownMenu() const override { return fField.Menu(); }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "kits/interface/ControlPeer.h"
+#include "kits/interface/ViewReading.h"
 #include "kits/interface/ViewRoot.h"
 #include "kits/interface/WindowData.h"
 
@@ -91,6 +92,8 @@ void BView::_Attach(ViewRoot* root) {
         SetNextHandler(fParent->fIsTop ? static_cast<BHandler*>(window) : fParent);
         if (fPeer != nullptr)
             fPeer->_Attach();
+        else if (fReading != nullptr)
+            fReading->Update();
     }
     for (const auto& child : fChildren)
         child->_Attach(root);
@@ -137,6 +140,8 @@ void BView::_Detach() {
         child->_Detach();
     if (fPeer != nullptr)
         fPeer->_Detach();
+    else if (fReading != nullptr)
+        fReading->Forget();
     if (BWindow* window = Window(); window != nullptr)
         window->RemoveHandler(this);
     fRoot = nullptr;

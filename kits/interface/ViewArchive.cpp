@@ -3,6 +3,7 @@
 
 #include "kits/interface/ArchiveFields.h"
 #include "kits/interface/ControlPeer.h"
+#include "kits/interface/ViewReading.h"
 
 using namespace BPrivate;
 

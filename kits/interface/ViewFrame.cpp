@@ -6,6 +6,7 @@
 #include <interface/Window.h>
 
 #include "kits/interface/ControlPeer.h"
+#include "kits/interface/ViewReading.h"
 #include "kits/interface/ViewRoot.h"
 
 namespace {
@@ -129,6 +130,8 @@ void BView::_PlaceChanged() {
         return;
     if (fPeer != nullptr)
         fPeer->PlaceChanged();
+    else if (fReading != nullptr)
+        fReading->Update();
     for (const auto& child : fChildren)
         child->_PlaceChanged();
 }

@@ -329,5 +329,21 @@ Die Datei selbst wird nicht gelöscht.</translation>
         <translation>Alle Einträge aus der Liste der zuletzt verwendeten Dateien entfernen?
 Die Dateien selbst werden nicht gelöscht.</translation>
     </message>
+    <message>
+        <source>Position in Folder</source>
+        <translation>Position im Ordner</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Maßstab</translation>
+    </message>
 </context>
 </TS>

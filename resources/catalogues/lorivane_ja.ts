@@ -329,5 +329,21 @@
         <translation>最近使ったファイルの履歴をすべて消去しますか?
 ファイル自体は削除されません。</translation>
     </message>
+    <message>
+        <source>Position in Folder</source>
+        <translation>フォルダー内の位置</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>形式</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>大きさ</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>表示倍率</translation>
+    </message>
 </context>
 </TS>

@@ -16,7 +16,7 @@ CONTEXT = "Lorivane"
 
 # What takes a key: the first text within the parentheses is one.
 CALLS = re.compile(r"\b(?:be_locale->GetString|labels|make_item|add_menu|local_text_with"
-    r"|local_text_with_app|local_name)\(")
+    r"|local_text_with_app|local_name|local_caption)\(")
 # Tables of keys, and the row that stands for a separator.
 TABLES = re.compile(r"\bLKK_\w+[^=;(){}]*=\s*(?=\{)")
 SEPARATOR = "-"

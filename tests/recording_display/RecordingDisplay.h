@@ -94,8 +94,10 @@ public:
     std::vector<BRect> Presented() const;
     Picture Shown() const;
     std::vector<Control> Controls() const;  ///< by id
-    /// By label, or by accessible name where the state has no label; nothing when there is none.
+    /// By label, or by the view's name; nothing when there is none.
     std::optional<Control> FindControl(const std::string& name) const;
+    /// The views that assistive programs are told of besides the controls, oldest first.
+    std::vector<BPrivate::ReadableView> ReadableViews() const;
 
     // What a user does. Each sends the message the display would; see DisplayWindow.
 
@@ -172,6 +174,7 @@ private:
     std::vector<BRect> fPresented;
     Picture fPicture;
     std::map<ControlId, Control> fControls;
+    std::map<int32, BPrivate::ReadableView> fReadableViews;
     std::vector<std::pair<ControlId, int32>> fOpenedMenus;
     std::optional<BRect> fScreenFrame;  // none: the main screen's
     float fPixelRatio = 1;

@@ -101,6 +101,14 @@ void RecordingWindow::RemoveControl(ControlId id) {
     fWindow->_Change([&] { fWindow->fControls.erase(id); });
 }
 
+void RecordingWindow::SetReadableView(int32 id, const BPrivate::ReadableView& view) {
+    fWindow->_Change([&] { fWindow->fReadableViews[id] = view; });
+}
+
+void RecordingWindow::RemoveReadableView(int32 id) {
+    fWindow->_Change([&] { fWindow->fReadableViews.erase(id); });
+}
+
 void RecordingWindow::Present(const BPrivate::PixelBuffer& backBuffer, BRect area) {
     fWindow->_Change([&] {
         Picture& picture = fWindow->fPicture;

@@ -26,6 +26,8 @@ public:
     void PlaceControl(ControlId id, const ControlPlace& place) override;
     void RemoveControl(ControlId id) override;
     void OpenMenu(BPrivate::ControlId bar, int32 item) override;
+    void SetReadableView(int32 id, const BPrivate::ReadableView& view) override;
+    void RemoveReadableView(int32 id) override;
     void Present(const BPrivate::PixelBuffer& backBuffer, BRect area) override;
 
 private:

@@ -80,10 +80,19 @@ std::vector<Control> Window::Controls() const {
 
 std::optional<Control> Window::FindControl(const std::string& name) const {
     for (const Control& control : Controls()) {
-        if (control.place.name == name || TextOf(control.state) == name)
+        if (control.place.view == name || control.place.name == name ||
+            TextOf(control.state) == name)
             return control;
     }
     return std::nullopt;
+}
+
+std::vector<BPrivate::ReadableView> Window::ReadableViews() const {
+    const std::lock_guard guard(fLock);
+    std::vector<BPrivate::ReadableView> views;
+    for (const auto& entry : fReadableViews)
+        views.push_back(entry.second);
+    return views;
 }
 
 void Window::Send(BMessage& message) {

@@ -19,6 +19,7 @@ namespace BPrivate {
 class BitmapData;
 class ControlPeer;
 class ViewCanvas;
+class ViewReading;
 class ViewRoot;
 class WindowData;
 class WindowInput;
@@ -282,6 +283,7 @@ private:
     friend class BPrivate::BitmapData;
     friend class BPrivate::ControlPeer;
     friend class BPrivate::ViewCanvas;
+    friend class BPrivate::ViewReading;
     friend class BPrivate::WindowData;
     friend class BPrivate::WindowInput;
     friend class BPrivate::WindowSurface;
@@ -321,6 +323,7 @@ private:
     bool fMovePending = false;  // a message for FrameMoved() is on its way
     bool fResizePending = false;
     std::unique_ptr<BPrivate::ControlPeer> fPeer;
+    std::unique_ptr<BPrivate::ViewReading> fReading;  // null: the program says nothing of it
     BScrollBar* fHorizontalBar = nullptr;
     BScrollBar* fVerticalBar = nullptr;
 

@@ -13,6 +13,7 @@ class BView;
 namespace BPrivate {
 class ControlPeer;
 class DisplayWindow;
+class ViewReading;
 class WindowData;
 class WindowInput;
 class WindowSurface;
@@ -209,6 +210,7 @@ private:
     friend class BScreen;
     friend class BView;
     friend class BPrivate::ControlPeer;
+    friend class BPrivate::ViewReading;
     friend class BPrivate::WindowData;
     friend class BPrivate::WindowInput;
     friend class BPrivate::WindowSurface;
