@@ -68,7 +68,7 @@ void ControlSet::Set(ControlId id, const ControlState& state, int32 serial) {
     // A higher id may be there already, made by a view that was attached before.
     if (const auto above = fControls.upper_bound(id); above != fControls.end())
         control->Widget().stackUnder(&above->second.control->Widget());
-    fControls.emplace(id, Entry{std::move(control), serial});
+    fControls.emplace(id, Entry{std::move(control), serial, {}, {}});
 }
 
 void ControlSet::Place(ControlId id, const ControlPlace& place) {
@@ -78,8 +78,11 @@ void ControlSet::Place(ControlId id, const ControlPlace& place) {
     ControlWidget& control = *found->second.control;
     QWidget& widget = control.Widget();
     widget.setObjectName(QString::fromStdString(place.view));
-    control.FocusWidget().setAccessibleDescription(QString::fromStdString(place.description));
-    control.SetAccessibleName(QString::fromStdString(place.name));
+    // Qt tells of every call as of a change.
+    if (std::exchange(found->second.description, place.description) != place.description)
+        control.FocusWidget().setAccessibleDescription(QString::fromStdString(place.description));
+    if (std::exchange(found->second.name, place.name) != place.name)
+        control.SetAccessibleName(QString::fromStdString(place.name));
     widget.setEnabled(place.enabled);
     for (QWidget* part : control.KeyWidgets())
         part->setFocusPolicy(place.navigable ? Qt::StrongFocus : Qt::NoFocus);

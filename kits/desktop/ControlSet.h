@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <string>
 
 #include "kits/desktop/ControlWidget.h"
 #include "kits/desktop/MenuKeys.h"
@@ -44,6 +45,8 @@ private:
     struct Entry {
         std::unique_ptr<ControlWidget> control;
         int32 serial = 0;
+        std::string name;  // as was told
+        std::string description;
     };
 
     /// Takes a key that moves the focus within a control, or that a control answers to wherever in

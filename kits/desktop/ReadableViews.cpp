@@ -13,9 +13,12 @@ ReadableWidget::ReadableWidget(QWidget& content) : QWidget(&content) {
 
 void ReadableWidget::Show(const ReadableView& view) {
     fFrame = PixelsOf(view.frame);
-    // The name last: with it the change is announced, and who hears that may ask for the rest.
-    setAccessibleDescription(QString::fromStdString(view.description));
-    setAccessibleName(QString::fromStdString(view.name));
+    const QString description = QString::fromStdString(view.description);
+    if (accessibleDescription() != description)
+        setAccessibleDescription(description);
+    if (fName != view.name)
+        setAccessibleName(QString::fromStdString(view.name));
+    fName = view.name;
     show();
 }
 
@@ -25,17 +28,24 @@ QRect ReadableWidget::ScreenRect() const {
 
 void ReadableViews::Set(int32 id, const ReadableView& view) {
     ReadableWidget*& widget = fWidgets[id];
-    if (widget == nullptr)
+    ReadableWidget* before = widget;
+    if (widget == nullptr || widget->Name() != view.name)
         widget = new ReadableWidget(fContent);
     widget->Show(view);
-    SetFocused(id, view.focused);
+    if (view.focused)
+        GiveKeyboardTo(widget);
+    else if (before != nullptr && fContent.focusProxy() == before)
+        GiveKeyboardTo(nullptr);
+    if (before != widget)
+        delete before;
 }
 
 void ReadableViews::Remove(int32 id) {
     const auto found = fWidgets.find(id);
     if (found == fWidgets.end())
         return;
-    SetFocused(id, false);
+    if (fContent.focusProxy() == found->second)
+        GiveKeyboardTo(nullptr);
     delete found->second;
     fWidgets.erase(found);
 }
@@ -48,12 +58,11 @@ QWidget* ReadableViews::At(QPoint point) const {
     return nullptr;
 }
 
-void ReadableViews::SetFocused(int32 id, bool focused) {
-    if (focused == (fFocused == id))
+void ReadableViews::GiveKeyboardTo(ReadableWidget* widget) {
+    if (fContent.focusProxy() == widget)
         return;
-    fFocused = focused ? id : 0;
     const bool hasKeyboard = fContent.hasFocus();
-    fContent.setFocusProxy(focused ? fWidgets.at(id) : nullptr);
+    fContent.setFocusProxy(widget);
     // A proxy that is taken away would keep it.
     if (hasKeyboard)
         fContent.setFocus();

@@ -3,7 +3,7 @@
 #include <QRect>
 #include <QWidget>
 #include <map>
-#include <memory>
+#include <string>
 
 #include "kits/interface/Display.h"
 
@@ -14,15 +14,20 @@ namespace BPrivate {
 /// Qt tells them of widgets, and that one of them has the keyboard, only where there is one. So
 /// there is one for each view, too small to be seen, and has the keyboard in the content's place:
 /// the keys it is given go on to the content. Nothing has to be painted anew when the view moves.
+///
+/// Another name is another picture, and another widget: screen readers say what the keyboard goes
+/// to, while of one that stays they may not say that its name has changed.
 class ReadableWidget : public QWidget {
 public:
     explicit ReadableWidget(QWidget& content);
 
     void Show(const ReadableView& view);
+    const std::string& Name() const { return fName; }
     /// Where the view is on the screen.
     QRect ScreenRect() const;
 
 private:
+    std::string fName;
     QRect fFrame;  // in the content's coordinates
 };
 
@@ -37,11 +42,10 @@ public:
     QWidget* At(QPoint point) const;
 
 private:
-    void SetFocused(int32 id, bool focused);
+    void GiveKeyboardTo(ReadableWidget* widget);
 
     QWidget& fContent;
     std::map<int32, ReadableWidget*> fWidgets;  // the content's children
-    int32 fFocused = 0;
 };
 
 }  // namespace BPrivate

@@ -16,7 +16,9 @@ constexpr int kGap = 4;
 /// A label and, from the divider on, a field.
 class LabelledField : public QWidget {
 public:
-    explicit LabelledField(QWidget* parent) : QWidget(parent), fLabel(this), fField(this) {}
+    explicit LabelledField(QWidget* parent) : QWidget(parent), fLabel(this), fField(this) {
+        fLabel.setBuddy(&fField);  // for screen readers
+    }
 
     QLabel& Label() { return fLabel; }
     QLineEdit& Field() { return fField; }
@@ -67,7 +69,7 @@ public:
 
     void SetState(const ControlState& state) override {
         const auto& control = std::get<TextControlState>(state);
-        fField.Label().setText(QString::fromStdString(control.label));
+        fField.Label().setText(LabelText(control.label));
         fField.SetDivider(control.divider);
         const QString text = QString::fromStdString(control.text);
         if (fField.Field().text() == text)

@@ -11,8 +11,8 @@ namespace BPrivate {
 
 namespace {
 
-/// A window or its content. The keyboard is never their own while something in them has it, though
-/// Qt says so of all whose proxy has it.
+/// A window, its content, or what is around the parts of a control. The keyboard is never theirs
+/// while something in them has it, though Qt says so of all that pass it on.
 class SurroundingsReading : public QAccessibleWidget {
 public:
     SurroundingsReading(QWidget& widget, QAccessible::Role role)
@@ -21,6 +21,7 @@ public:
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
         state.focused = QApplication::focusWidget() == widget();
+        state.focusable = state.focusable && widget()->focusProxy() == nullptr;
         return state;
     }
 };
@@ -68,7 +69,9 @@ QAccessibleInterface* MakeReading(const QString&, QObject* object) {
         return new ContentReading(*content);
     if (auto* view = dynamic_cast<ReadableWidget*>(object))
         return new PictureReading(*view);
-    return nullptr;
+    const bool isPlain = object->metaObject() == &QWidget::staticMetaObject;
+    return isPlain ? new SurroundingsReading(*static_cast<QWidget*>(object), QAccessible::Client)
+                   : nullptr;
 }
 
 }  // namespace
