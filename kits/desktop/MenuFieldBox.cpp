@@ -1,5 +1,6 @@
 #include "kits/desktop/MenuFieldBox.h"
 
+#include <QAbstractItemView>
 #include <QStandardItemModel>
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
@@ -82,6 +83,19 @@ void MenuFieldBox::Fill() {
     auto* filled = new QStandardItemModel(0, 1, this);
     filled->invisibleRootItem()->appendRows(items);
     setModel(filled);  // which deletes the one before
+    connect(view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        &MenuFieldBox::ChooseUnopened);
+}
+
+void MenuFieldBox::ChooseUnopened(const QItemSelection& selected) {
+    // In the open menu the pointer and the keys select what they pass.
+    if (view()->isVisible() || selected.isEmpty())
+        return;
+    const int row = selected.first().top();
+    if (row == currentIndex() || ItemAt(row) == 0)
+        return;
+    setCurrentIndex(row);
+    Q_EMIT activated(row);
 }
 
 int32 MenuFieldBox::ItemAt(int row) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QItemSelection>
 #include <optional>
 #include <vector>
 
@@ -51,6 +52,8 @@ private:
     static void Flatten(const std::vector<MenuItemState>& items, int depth, bool enabled,
         std::vector<Row>& rows, int& marked);
     void Fill();
+    /// Assistive programs select a row of the menu without opening it.
+    void ChooseUnopened(const QItemSelection& selected);
     void ShowMark();
 
     std::vector<Row> fRows;

@@ -200,15 +200,15 @@ using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, But
 
 /// What every control has besides its state.
 struct ControlPlace {
-    std::string view;  ///< the view's name in the program, which no one is told
     std::string name;  ///< what assistive programs call it; empty: as the desktop does by itself
-    std::string description = {};  ///< what they tell besides
-    BRect frame;                   ///< in window coordinates
-    BRect clip;                    ///< the part the views around it leave; invalid: all of it
+    BRect frame;       ///< in window coordinates
+    BRect clip;        ///< the part the views around it leave; invalid: all of it
     bool visible = true;
     bool enabled = true;
-    bool focused = false;    ///< has the window's keyboard focus
-    bool navigable = false;  ///< a click gives it the keyboard focus
+    bool focused = false;          ///< has the window's keyboard focus
+    bool navigable = false;        ///< a click gives it the keyboard focus
+    std::string description = {};  ///< what assistive programs tell besides
+    std::string view = {};         ///< the view's name in the program, which no one is told
 };
 
 /// A view that draws itself, as assistive programs are told of it: a picture.

@@ -128,6 +128,17 @@ class Reader:
     def wait_named(self, name, role=None):
         return x11.wait_for(lambda: self.named(name, role), f"there is {name!r}")
 
+    def wait_scroll_bar(self, across):
+        """The one that is seen, from left to right or from top to bottom."""
+        def find():
+            try:
+                return next((item for item in self.all() if item.get_role() == Role.SCROLL_BAR
+                    and is_showing(item) and (extents(item)[2] > extents(item)[3]) == across), None)
+            except GONE:
+                return None
+
+        return x11.wait_for(find, "there is a scroll bar")
+
     def menu_bar(self):
         def find():
             try:

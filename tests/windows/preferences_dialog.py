@@ -134,7 +134,7 @@ class Dialog:
         """What the list of extensions shows."""
         try:
             found = next(item for item in self.reader.all()
-                if item.get_name() == "LViewCommentFileExts" and item.get_role() == Role.LIST)
+                if item.get_name() == "Extension of Comment File" and item.get_role() == Role.LIST)
             return [row.get_name() for row in accessibility.children(found)]
         except (StopIteration, *accessibility.GONE):
             return None

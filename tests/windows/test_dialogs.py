@@ -116,7 +116,7 @@ class AboutBox(Dialogs):
             self.choose("Help(H)", "About(A)...")
             viewer.wait_idle()
             self.wait_windows(viewer, ABOUT, 1)
-            self.assertIsNotNone(self.reader.named("StrViewCopyright"))
+            self.assertIsNotNone(self.reader.named("Copyright (C) ZELKAN"))
             self.wait_window(viewer, ABOUT)
             viewer.key("Escape")
             self.wait_windows(viewer, ABOUT, 0)

@@ -295,7 +295,7 @@ class Buttons(PreferencesTest):
 
 class Keyboard(PreferencesTest):
     ORDER = ("Enable Comment(C)", "Top(T)", "Bottom(B)", "Margin(M):", "Padding(P):", "Font(F):",
-        "Size(S):", "Encoding(E):", FIELD, "LViewCommentFileExts", "Help(F1)", "Defaults(D)",
+        "Size(S):", "Encoding(E):", FIELD, "Extension of Comment File", "Help(F1)", "Defaults(D)",
         "Cancel", "OK")
 
     def test_tab_goes_through_all_that_can_be_operated(self):

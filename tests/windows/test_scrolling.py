@@ -208,8 +208,8 @@ class Scrolling(ViewerTest):
         self.measured_picture("a.png", 1200, 1500)
         viewer = self.open("a.png")
         reader = accessibility.Reader(viewer)
-        across = accessibility.extents(reader.wait_named("ScrlBarH"))
-        down = accessibility.extents(reader.wait_named("ScrlBarV"))
+        across = accessibility.extents(reader.wait_scroll_bar(across=True))
+        down = accessibility.extents(reader.wait_scroll_bar(across=False))
         left, top, width, height = viewer.image_area()
         # They overlap by a row and a column where they meet.
         self.assertEqual(down, (left + width - 14, top, 14, height - SCROLL_BAR_EXTENT + 1))
@@ -248,9 +248,9 @@ class Scrolling(ViewerTest):
         self.measured_picture("a.png", 1200, 1500)
         viewer = self.open("a.png")
         reader = accessibility.Reader(viewer)
-        for name, axis, last in (("ScrlBarV", 1, 1500 - self.visible_height(horizontal=True)),
-                ("ScrlBarH", 0, 1200 - (401 - SCROLL_BAR_THICKNESS))):
-            bar = reader.wait_named(name, accessibility.Role.SCROLL_BAR)
+        for across, axis, last in ((False, 1, 1500 - self.visible_height(horizontal=True)),
+                (True, 0, 1200 - (401 - SCROLL_BAR_THICKNESS))):
+            bar = reader.wait_scroll_bar(across)
             self.assertEqual(Value.get_minimum_value(bar), 0)
             self.assertEqual(Value.get_maximum_value(bar), last)
             Value.set_current_value(bar, 123)

@@ -3,7 +3,7 @@
 import accessibility
 from viewer_test import ViewerTest, color_of, main, png, x11
 
-FIELDS = ["StrViewIdx", "StrViewKind", "StrViewSize", "StrViewScale"]
+FIELDS = ["Position in Folder", "Format", "Size", "Scale"]
 
 
 class Status(ViewerTest):
@@ -18,13 +18,13 @@ class Status(ViewerTest):
         return viewer
 
     def fields(self):
-        found = {item.get_name(): item for item in self.reader.all()
-            if item.get_name() in FIELDS}
+        found = {item.get_description(): item for item in self.reader.all()
+            if item.get_description() in FIELDS}
         return [found[name] for name in FIELDS] if len(found) == len(FIELDS) else []
 
     def texts(self):
         try:
-            return [field.get_description() for field in self.fields()]
+            return [field.get_name() for field in self.fields()]
         except accessibility.GONE:
             return []
 
@@ -59,7 +59,7 @@ class Status(ViewerTest):
         viewer.wait_idle()
         for field in self.fields():
             self.assertTrue(self.is_whole(field),
-                f"{field.get_name()}: {field.get_description()!r} is cut")
+                f"{field.get_description()}: {field.get_name()!r} is cut")
 
     def test_position_kind_size_and_scale(self):
         self.picture("a.png", color_of(1), 400, 300)

@@ -74,7 +74,7 @@ TEST_F(ButtonsTest, AButtonShowsItsState) {
     EXPECT_FALSE(OnScreen("Stop").place.enabled);
     button->SetLabel(nullptr);
     EXPECT_STREQ(button->Label(), "");
-    EXPECT_EQ(OnScreen("button").place.name, "button");
+    EXPECT_EQ(OnScreen("button").place.name, "");
 }
 
 TEST_F(ButtonsTest, AButtonMayBeFlat) {

@@ -275,7 +275,7 @@ TEST_F(ListViewTest, ThousandsOfRowsAreOneChange) {
 TEST_F(ListViewTest, CanBeDisabled) {
     fWindow.Do([&] { fList->SetEnabled(false); });
     EXPECT_FALSE(OnScreen("list").place.enabled);
-    EXPECT_EQ(OnScreen("list").place.name, "list");
+    EXPECT_EQ(OnScreen("list").place.name, "");
 }
 
 TEST(ListViewArchive, IsMadeAgainAndOwnsWhatItMade) {

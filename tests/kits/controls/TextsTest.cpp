@@ -1,3 +1,4 @@
+#include <interface/Accessibility.h>
 #include <interface/Box.h>
 #include <interface/StringView.h>
 #include <interface/TextControl.h>
@@ -32,7 +33,12 @@ TEST_F(TextsTest, AStringViewShowsItsTextUnderItsName) {
     EXPECT_EQ(state.align, B_ALIGN_RIGHT);
     EXPECT_TRUE(state.systemColor);
     EXPECT_EQ(state.font, FontSpec());
-    EXPECT_EQ(OnScreen("StrViewIdx").place.name, "StrViewIdx");
+    EXPECT_EQ(OnScreen("StrViewIdx").place.view, "StrViewIdx");
+    EXPECT_EQ(OnScreen("StrViewIdx").place.name, "");  // the desktop tells the text
+    set_accessible_description(view, "Position");
+    set_accessible_name(view, "Three");
+    EXPECT_EQ(OnScreen("StrViewIdx").place.name, "Three");
+    EXPECT_EQ(OnScreen("StrViewIdx").place.description, "Position");
     EXPECT_EQ(OnScreen("StrViewIdx").place.frame, BRect(2, 0, 47, 14));
     view->SetText(nullptr);
     EXPECT_STREQ(view->Text(), "");
@@ -70,7 +76,7 @@ TEST_F(TextsTest, ABoxHasABorderAndALabel) {
     EXPECT_EQ(state.border, B_PLAIN_BORDER);
     EXPECT_EQ(OnScreen("Position").place.name, "Position");
     box->SetLabel(nullptr);
-    EXPECT_EQ(OnScreen("box").place.name, "box");
+    EXPECT_EQ(OnScreen("box").place.name, "");
 }
 
 TEST_F(TextsTest, TypingIsToldAsItHappens) {
