@@ -88,8 +88,9 @@ void MenuFieldBox::Fill() {
 }
 
 void MenuFieldBox::ChooseUnopened(const QItemSelection& selected) {
-    // In the open menu the pointer and the keys select what they pass.
-    if (view()->isVisible() || selected.isEmpty())
+    // In the open menu the pointer and the keys select what they pass, and letters do in the closed
+    // one, which chooses by itself then.
+    if (view()->isVisible() || fTakesKey || selected.isEmpty())
         return;
     const int row = selected.first().top();
     if (row == currentIndex() || ItemAt(row) == 0)
@@ -119,6 +120,12 @@ void MenuFieldBox::initStyleOption(QStyleOptionComboBox* option) const {
     QComboBox::initStyleOption(option);
     // Its place among the others means nothing where it stands alone.
     option->currentText = option->currentText.trimmed();
+}
+
+void MenuFieldBox::keyPressEvent(QKeyEvent* event) {
+    fTakesKey = true;
+    QComboBox::keyPressEvent(event);
+    fTakesKey = false;
 }
 
 void MenuFieldBox::wheelEvent(QWheelEvent* event) {

@@ -29,6 +29,7 @@ public:
 
 protected:
     void initStyleOption(QStyleOptionComboBox* option) const override;
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
@@ -59,6 +60,7 @@ private:
     std::vector<Row> fRows;
     int fMarked = -1;  // by the kits
     std::optional<Choice> fUnanswered;
+    bool fTakesKey = false;
 };
 
 }  // namespace BPrivate
