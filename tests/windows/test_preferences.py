@@ -362,5 +362,63 @@ class Translated(PreferencesTest):
         self.assert_clean(self.viewer)
 
 
+class ByAssistiveTechnology(PreferencesTest):
+    """What is done by the accessibility bus has the effect of a click or of keys."""
+
+    def toggle(self, item):
+        accessibility.act(item, "Toggle", "Press")
+
+    def choose(self, field, label):
+        """In the field's menu, which is not opened for it."""
+        def item():
+            try:
+                box = next(item for item in self.dialog.reader.all()
+                    if item.get_role() == Role.COMBO_BOX and accessibility.is_showing(item)
+                    and accessibility.label_of(item) == field)
+                return next(item for item in accessibility.walk(box) if item.get_name() == label)
+            except (StopIteration, *accessibility.GONE):
+                return None
+
+        self.toggle(x11.wait_for(item, f"there is {label!r}"))
+        x11.wait_for(lambda: self.dialog.choice(field) == label, f"{label!r} is chosen")
+
+    def test_every_control_has_its_effect(self):
+        dialog = self.open()
+        below = self.wait_band(bool, "there is a comment")
+        self.toggle(dialog.find("Enable Comment(C)", Role.CHECK_BOX))
+        self.wait_band(lambda band: band is None, "there is no comment")
+        self.toggle(dialog.find("Enable Comment(C)", Role.CHECK_BOX))
+        self.wait_band(lambda band: band == below, "the comment is back")
+
+        self.toggle(dialog.find("Top(T)", Role.RADIO_BUTTON))
+        self.wait_band(lambda band: band is not None and band[3] < below[1], "it is at the top")
+        self.assertFalse(dialog.is_checked("Bottom(B)"))
+        self.toggle(dialog.find("Bottom(B)", Role.RADIO_BUTTON))
+        self.wait_band(lambda band: band == below, "it is at the bottom")
+
+        margin = dialog.find("Margin(M):", *preferences_dialog.ENTRIES)
+        accessibility.Atspi.EditableText.set_text_contents(margin, "60")
+        self.wait_band(lambda band: band is not None and band[0] == below[0] + 40,
+            "it is further inside")
+
+        self.toggle(dialog.find("doc", Role.LIST_ITEM))
+        x11.wait_for(lambda: dialog.is_enabled("<< Remove(R)"), "a row is selected")
+
+        accessibility.act(dialog.find("Colors", Role.PAGE_TAB), "Press")
+        self.choose("Target(T):", "Comment Backgrounds")
+        before = self.shown()
+        dialog.set_value("Opacity", 10, Role.SLIDER)
+        self.wait_changed(before, "the band is lighter")
+
+        accessibility.act(dialog.find("Etc.", Role.PAGE_TAB), "Press")
+        self.choose("Display Option(I):", "Scale Image to Window Width")
+        dialog.press("OK")
+        dialog.wait_hidden()
+        self.assert_clean(self.viewer)
+        with open(os.path.join(self.settings, "ZELKAN", "Lorivane", "Lorivane_Prefs.arc"),
+                "rb") as file:
+            self.assertIn(settings_file.int32("DsOp", 4), file.read())
+
+
 if __name__ == "__main__":
     main()
