@@ -73,10 +73,10 @@ protected:
         return shown;
     }
 
-    /// The label whose view has that name.
+    /// The label whose view has that name in the program.
     QLabel* Find(const char* name) const {
         for (QLabel* label : Shown<QLabel>()) {
-            if (label->accessibleName() == QString::fromUtf8(name))
+            if (label->objectName() == QString::fromUtf8(name))
                 return label;
         }
         ADD_FAILURE() << name << " is not there";
@@ -90,12 +90,11 @@ protected:
         all.push_back(Shown<QPushButton>().front());
         const QRect inside = all.front()->parentWidget()->rect().adjusted(8, 8, -8, -8);
         for (size_t i = 0; i < all.size(); ++i) {
-            EXPECT_TRUE(inside.contains(all[i]->geometry()))
-                << all[i]->accessibleName().toStdString();
+            EXPECT_TRUE(inside.contains(all[i]->geometry())) << all[i]->objectName().toStdString();
             for (size_t j = i + 1; j < all.size(); ++j)
                 EXPECT_FALSE(all[i]->geometry().intersects(all[j]->geometry()))
-                    << all[i]->accessibleName().toStdString() << ", "
-                    << all[j]->accessibleName().toStdString();
+                    << all[i]->objectName().toStdString() << ", "
+                    << all[j]->objectName().toStdString();
         }
     }
 
@@ -125,7 +124,7 @@ TEST_F(PropertyWindow, CutsNothingInAnyLanguage) {
         for (const QLabel* label : Shown<QLabel>()) {
             // A label that is cut has a tool tip. The folder's path may be long.
             EXPECT_TRUE(label->toolTip().isEmpty() ||
-                label->accessibleName() == QLatin1String("StrViewFolderNameValue"))
+                label->objectName() == QLatin1String("StrViewFolderNameValue"))
                 << label->text().toStdString();
             EXPECT_GE(label->height(), label->fontMetrics().height())
                 << label->text().toStdString();
