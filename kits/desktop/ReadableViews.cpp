@@ -61,7 +61,9 @@ QWidget* ReadableViews::At(QPoint point) const {
 void ReadableViews::GiveKeyboardTo(ReadableWidget* widget) {
     if (fContent.focusProxy() == widget)
         return;
-    const bool hasKeyboard = fContent.hasFocus();
+    // Of a window that is not active, or minimised, as well: it is to have it when it comes back.
+    const QWidget* focus = fContent.window()->focusWidget();
+    const bool hasKeyboard = focus == &fContent || focus == fContent.focusProxy();
     fContent.setFocusProxy(widget);
     // A proxy that is taken away would keep it.
     if (hasKeyboard)

@@ -164,6 +164,17 @@ TEST_F(Reading, AnotherNameIsAnotherPictureWithTheKeyboard) {
     EXPECT_TRUE(fScreen.Messages().All(kControlFocused).empty());
 }
 
+TEST_F(Reading, APictureOfAWindowThatComesBackHasTheKeyboard) {
+    Tell({"a.png", "", kFrame, true});
+    Screen other({BRect(400, 60, 499, 159), "Other"});
+    other.Show();
+    Tell({"b.png", "", kFrame, true});
+    fScreen.Window().Activate();
+    ASSERT_TRUE(PumpUntil([&] { return fScreen.Widget().isActiveWindow(); }));
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(NameOf(Of(*QApplication::focusWidget())), "b.png");
+}
+
 TEST_F(Reading, APictureTakesTheKeyboardFromNoControl) {
     Set(1, CheckBoxState{"Box", false});
     auto* box = fScreen.Widget().findChildren<QCheckBox*>().front();
