@@ -100,7 +100,7 @@ class Window:
     def _ask_manager(self, message, *data):
         event = protocol.event.ClientMessage(window=self.handle,
             client_type=self.screen.atom(message),
-            data=(32, (list(data) + [0] * 5)[:5]))
+            data=(32, [item & 0xffffffff for item in (list(data) + [0] * 5)[:5]]))
         self.screen.root.send_event(event,
             event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.screen.display.flush()
