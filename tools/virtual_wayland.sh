@@ -53,6 +53,11 @@ trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
+# It keeps the keyboard's map there, and without one there is no keyboard.
+"${as_user[@]}" test -w /dev/shm -a -x /dev/shm ||
+    die "the user ${as_user[2]:-$(id -un)}, as whom the compositor runs, cannot write to /dev/shm" \
+        "(as root: chmod 1777 /dev/shm)"
+
 unset DISPLAY WAYLAND_DISPLAY SWAYSOCK
 
 cat >"$seat/config" <<'CONFIG'

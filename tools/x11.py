@@ -27,6 +27,17 @@ def wait_for(condition, what, seconds=20):
         time.sleep(0.005)
 
 
+def of_one_moment(place, picture):
+    """The picture of a place that is the same before and after it was taken: what moves is asked
+    for once more. Both are functions; the second takes what the first returns."""
+    before = place()
+    while True:
+        found, after = picture(*before), place()
+        if after == before:
+            return found
+        before = after
+
+
 class Picture:
     """Pixels of the screen."""
 
@@ -94,8 +105,7 @@ class Window:
 
     def picture(self):
         """What the screen shows where the window is."""
-        left, top, width, height = self.frame()
-        return self.screen.picture(left, top, width, height)
+        return of_one_moment(self.frame, self.screen.picture)
 
     def _ask_manager(self, message, *data):
         event = protocol.event.ClientMessage(window=self.handle,

@@ -49,9 +49,22 @@ def shown():
     width = int(extent.split()[0])
 
     def at(x, y):
+        """None beside the screen."""
+        if not 0 <= x < width or not 0 <= y < len(pixels) // 3 // width:
+            return None
         return tuple(pixels[(y * width + x) * 3:(y * width + x) * 3 + 3])
 
     return at
+
+
+def window_on_screen():
+    """The window's rectangle, and the screen's pixels while it was there."""
+    rect = window()["rect"]
+    while True:
+        at, before = shown(), rect
+        rect = window()["rect"]
+        if rect == before:
+            return rect, at
 
 
 def key(name):
@@ -70,8 +83,12 @@ class OnWayland(unittest.TestCase):
         self.program = subprocess.Popen([PROGRAM, place.name], env=environment)
         self.addCleanup(self.program.wait)
         self.addCleanup(self.program.kill)
-        wait_for(lambda: (window() or {}).get("name", "").startswith("a.png")
-            and window()["focused"], "the first picture's window")
+
+        def is_there():
+            found = window()  # its name comes after it
+            return found and (found["name"] or "").startswith("a.png") and found["focused"]
+
+        wait_for(is_there, "the first picture's window")
         wait_for(lambda: size()[0] == 320, lambda: f"a window as wide as it; it is {size()}")
 
     def wait_only(self, color):
@@ -87,8 +104,7 @@ class OnWayland(unittest.TestCase):
             lambda: f"a window of {extent}; it is {size()}")
 
         def is_shown():
-            rect = window()["rect"]
-            at = shown()
+            rect, at = window_on_screen()
             return at(rect["x"] + extent[0] // 2, rect["y"] + extent[1] // 2) == color and \
                 at(2, 2) not in (BLACK, color)
 
@@ -96,8 +112,9 @@ class OnWayland(unittest.TestCase):
 
     @staticmethod
     def has_status_bar():
-        rect = window()["rect"]
-        return min(shown()(rect["x"] + rect["width"] - 20, rect["y"] + rect["height"] - 3)) > 150
+        rect, at = window_on_screen()
+        pixel = at(rect["x"] + rect["width"] - 20, rect["y"] + rect["height"] - 3)
+        return pixel is not None and min(pixel) > 150
 
     def test_full_screen_and_back(self):
         before = size()

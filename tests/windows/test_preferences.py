@@ -38,9 +38,9 @@ class PreferencesTest(ViewerTest):
     def shown(self):
         return bytes(self.viewer.area_picture().data)
 
-    def band(self):
+    def band(self, picture=None):
         """The rectangle of the image area that is not red, as left, top, right, bottom."""
-        picture = self.viewer.area_picture()
+        picture = picture or self.viewer.area_picture()
         places = [(x, y) for y in range(picture.height) for x in range(picture.width)
             if picture.at(x, y) != RED]
         if not places:
@@ -49,16 +49,25 @@ class PreferencesTest(ViewerTest):
         return min(columns), min(rows), max(columns), max(rows)
 
     def wait_band(self, condition, what):
-        x11.wait_for(lambda: condition(self.band()), lambda: f"{what}; the band is {self.band()}")
-        return self.band()
+        """The band that is as it is waited for; None where there is to be none."""
+        found = None
+
+        def is_met():
+            nonlocal found
+            found = self.band()
+            return condition(found)
+
+        x11.wait_for(is_met, lambda: f"{what}; the band is {found}")
+        return found
 
     def wait_changed(self, before, what):
         x11.wait_for(lambda: self.shown() != before, what)
 
     def corner(self):
         """The colour of the band where there are no letters."""
-        band = self.band()
-        return self.viewer.area_picture().at(band[0] + 1, band[1] + 1) if band else None
+        picture = self.viewer.area_picture()
+        band = self.band(picture)
+        return picture.at(band[0] + 1, band[1] + 1) if band else None
 
 
 class LiveChanges(PreferencesTest):
@@ -108,7 +117,7 @@ class LiveChanges(PreferencesTest):
 
     def test_extensions(self):
         dialog = self.open()
-        first = self.band()
+        first = self.wait_band(lambda band: band is not None, "the comment is shown")
         self.assertFalse(dialog.is_enabled("Add >>(A)"))
         self.assertFalse(dialog.is_enabled("<< Remove(R)"))
         dialog.select_row("txt")

@@ -139,12 +139,14 @@ class Viewer:
         return left, top + menu, width, height - menu - STATUS_BAR_HEIGHT
 
     def area_picture(self):
-        return self.screen.picture(*self.image_area())
+        return x11.of_one_moment(self.image_area, self.screen.picture)
 
     def centre(self):
         """The colour in the middle of the image area."""
-        left, top, width, height = self.image_area()
-        return self.screen.picture(left + width // 2, top + height // 2, 1, 1).at(0, 0)
+        def picture(left, top, width, height):
+            return self.screen.picture(left + width // 2, top + height // 2, 1, 1)
+
+        return x11.of_one_moment(self.image_area, picture).at(0, 0)
 
     def wheel(self, down=True):
         """One notch with the pointer over the image."""
