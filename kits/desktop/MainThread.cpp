@@ -1,13 +1,25 @@
 #include "kits/desktop/MainThread.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QObject>
 #include <QThread>
 #include <utility>
 
 namespace BPrivate {
 
-MainThread::MainThread() : fContext(std::make_unique<QObject>()) {}
+class MainThread::Context : public QObject {
+public:
+    explicit Context(MainThread& mainThread) : fMainThread(mainThread) {}
+
+protected:
+    void customEvent(QEvent*) override { fMainThread.RunNext(); }
+
+private:
+    MainThread& fMainThread;
+};
+
+MainThread::MainThread() : fContext(std::make_unique<Context>(*this)) {}
 
 MainThread::~MainThread() {
     Close();
@@ -15,8 +27,22 @@ MainThread::~MainThread() {
 
 void MainThread::Post(std::function<void()> work) {
     const std::lock_guard lock(fLock);
-    if (fContext)
-        QMetaObject::invokeMethod(fContext.get(), std::move(work), Qt::QueuedConnection);
+    if (!fContext)
+        return;
+    fWork.push_back(std::move(work));
+    QCoreApplication::postEvent(fContext.get(), new QEvent(QEvent::User));
+}
+
+void MainThread::RunNext() {
+    std::function<void()> work;
+    {
+        const std::lock_guard lock(fLock);
+        if (fWork.empty())
+            return;
+        work = std::move(fWork.front());
+        fWork.pop_front();
+    }
+    work();
 }
 
 bool MainThread::Call(const std::function<void()>& work) {
@@ -51,9 +77,11 @@ bool MainThread::Call(const std::function<void()>& work) {
 
 void MainThread::Close() {
     std::unique_ptr<QObject> context;
+    std::deque<std::function<void()>> dropped;
     {
         const std::lock_guard lock(fLock);
         context = std::move(fContext);
+        dropped.swap(fWork);
     }
     fDone.notify_all();
     // Deleting the receiver removes what is posted to it.

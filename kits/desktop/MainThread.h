@@ -1,6 +1,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -34,9 +35,15 @@ public:
     bool IsCurrent() const;
 
 private:
+    /// Is woken once for each work that is posted.
+    class Context;
+
+    void RunNext();
+
     std::mutex fLock;
     std::condition_variable fDone;
-    std::unique_ptr<QObject> fContext;  // null once closed
+    std::deque<std::function<void()>> fWork;  // kept here, so that our own lock hands it over
+    std::unique_ptr<QObject> fContext;        // null once closed
 };
 
 }  // namespace BPrivate

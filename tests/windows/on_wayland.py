@@ -111,9 +111,10 @@ class OnWayland(unittest.TestCase):
         wait_for(is_shown, f"the window shows {color}")
 
     @staticmethod
-    def has_status_bar():
+    def has_menu_bar():
+        """At its left top corner, which is on the screen however large the window is."""
         rect, at = window_on_screen()
-        pixel = at(rect["x"] + rect["width"] - 20, rect["y"] + rect["height"] - 3)
+        pixel = at(rect["x"] + 2, rect["y"] + 2)
         return pixel is not None and min(pixel) > 150
 
     def test_full_screen_and_back(self):
@@ -151,7 +152,7 @@ class OnWayland(unittest.TestCase):
         def is_ended():
             # As often as it takes: right after its own request the program would ask for it again.
             subprocess.run(["swaymsg", "fullscreen", "disable"], check=True, capture_output=True)
-            return not window()["fullscreen_mode"] and self.has_status_bar()
+            return not window()["fullscreen_mode"] and self.has_menu_bar()
 
         wait_for(is_ended, "a window again, and the program knows it")
         key("F5")

@@ -81,9 +81,10 @@ class Hands:
             self.front()
 
     def wait(self, condition, what, forgive=False):
-        """As long as the program may take to answer, many times over: the watchdog watches."""
+        """Many times as long as the program may take to answer; once, and None, for what need not
+        come."""
         try:
-            return x11.wait_for(condition, what, 10 * self.soak.limit)
+            return x11.wait_for(condition, what, self.soak.limit * (1 if forgive else 10))
         except x11.Timeout as late:
             self.soak.check_alive()
             if forgive:
@@ -369,13 +370,14 @@ class Hands:
         self.front()
         title = self.rng.choice(list(DIALOGS))
         *first, last = DIALOGS[title]
+        before = {window.handle.id for window in self.others()}
         if len(first) == 2:
             self.screen.key(*first)
             self.screen.key(last)
         else:
             self.screen.key(*first, last)
         window = self.wait(lambda: next((window for window in self.others()
-            if title in window.title() or window.title() == ALERT), None),
+            if window.handle.id not in before or title in window.title()), None),
             f"{title} is open", forgive=True)
         if window is None:
             return f"{title} (it did not come)"

@@ -1,6 +1,7 @@
 """Whether the program answers, and what it takes of memory."""
 
 import os
+import re
 import select
 import time
 
@@ -8,8 +9,9 @@ from Xlib import X, display, protocol
 
 import accessibility
 
-# The first menu's label under two formats of the shared preference for letters in labels.
-FORMATS = [("\2(a)", "File(F)"), ("\1a - ", "F - File")]
+# Two formats of the shared preference for letters in labels, and what a menu's label looks like
+# under each, in any language.
+FORMATS = [("\2(a)", re.compile(r".+\(\w\)")), ("\1a - ", re.compile(r"\w - .+"))]
 
 
 class Stopped(Exception):
@@ -97,7 +99,7 @@ class Labels:
         start = time.monotonic()
         self.set(1 - self.at)
         while time.monotonic() < start + seconds:
-            if self.first() == FORMATS[self.at][1]:
+            if FORMATS[self.at][1].fullmatch(self.first()):
                 return time.monotonic() - start
             time.sleep(0.002)
         return None
