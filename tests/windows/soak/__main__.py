@@ -107,11 +107,12 @@ def inside(chosen):
             self.viewer = self.reader = self.labels = self.memory = None
             self.begin, self.done, self.counts = time.monotonic(), deque(maxlen=50), Counter()
             self.pings, self.asked, self.ends = Answers(), Answers(), Answers()
-            self.growths, self.peak, self.said = [], 0.0, Counter()
+            self.growths, self.peak, self.said, self.started = [], 0.0, Counter(), 0
 
         def start(self):
             """The program, alive and with its first picture on the way."""
             self.note("start")
+            self.started += 1
             try:
                 self.viewer = Viewer(self, [self.album.calm], self.environment, self.place)
                 self.reader = accessibility.Reader(self.viewer)
@@ -186,7 +187,7 @@ def inside(chosen):
             self.note(f"quit by {way}")
             self.peak = max(self.peak, self.memory.peak() if self.viewer.is_running() else 0)
             try:
-                status = self.viewer.process.wait(20 * self.limit)
+                status = self.viewer.process.wait(5 * self.limit)
             except subprocess.TimeoutExpired:
                 self.late_stacks = self.stacks()
                 raise Stopped(f"{way} does not end it") from None
@@ -222,7 +223,7 @@ def inside(chosen):
             at, rss, pss, threads, files = self.memory.sample()
             self.peak = max(self.peak, self.memory.peak())
             print(f"{(time.monotonic() - self.begin) / 60:7.2f} min: {sum(self.counts.values())} "
-                f"actions, start {self.counts['start'] or 1}; after {at / 60:.1f} min RSS "
+                f"actions, start {self.started}; after {at / 60:.1f} min RSS "
                 f"{rss:.1f} MiB, PSS {pss:.1f} MiB, peak {self.memory.peak():.1f} MiB, "
                 f"{threads} threads, {files} descriptors; answers at most "
                 f"{self.pings.longest:.3f} s, {self.asked.longest:.3f} s", flush=True)
@@ -250,7 +251,6 @@ def inside(chosen):
                 if time.monotonic() >= ending:
                     self.end()
                     self.start()
-                    self.counts["start"] += 1
                     ending = self.next(chosen.restart)
                 if chosen.actions and sum(self.counts.values()) >= chosen.actions:
                     break

@@ -445,7 +445,9 @@ class Hands:
         way = self.rng.choice(self.QUITTING)
         self.reap(True)
         if way != "SIGTERM":
-            self.let_go_of_alerts()
+            # Keys struck before may still open something that takes the keyboard.
+            self.soak.check_window()
+            self.settle()
             self.front()
             self.do_step()
             self.front()
