@@ -272,6 +272,10 @@ def inside(chosen):
             write("actions.txt", "\n".join(self.done) + "\n")
             write("stderr.txt", self.viewer.said() if self.viewer else "")
             write("stacks.txt", stacks)
+            focus = self.screen.display.get_input_focus().focus
+            write("windows.txt", f"the keyboard is in {focus}\n" + "".join(
+                f"{window.handle} {window.title()!r} of {window.pid()} at {window.frame()}: "
+                f"{window.states()}\n" for window in self.screen.windows()))
             self.chatter.seek(0)
             write("second-starts.txt", self.chatter.read().decode("utf-8", "replace"))
             shutil.copytree(self.place, os.path.join(chosen.into, "place"), symlinks=True,

@@ -30,7 +30,7 @@ class Album:
 
     def __init__(self, place, rng):
         self.rng = rng
-        self.calm = os.path.join(place, "calm")
+        self.calm, self.part = os.path.join(place, "calm"), os.path.join(place, "part")
         self.folders = [os.path.join(place, name) for name in ("one", "two 桜 & more")]
         self.stock = []
         for folder in (self.calm, *self.folders):
@@ -101,11 +101,12 @@ class Album:
         path = self.rng.choice(found) if found else None
         if kind in ("add", "comment"):
             path = os.path.join(folder, self.rng.choice(self.NAMES))
+        told = f"{kind} {os.path.basename(path)!r} in {os.path.basename(folder)!r}"
         try:
             getattr(self, "_do_" + kind.replace(" ", "_"))(folder, path)
-        except (IsADirectoryError, NotADirectoryError):
-            self._do_remove(folder, path)
-        return f"{kind} {os.path.basename(path)!r} in {os.path.basename(folder)!r}"
+        except OSError as failed:  # such as a folder where a file is to be
+            return f"{told} ({failed.strerror})"
+        return told
 
     def _do_add(self, folder, path):
         self._add(folder, os.path.basename(path))
@@ -145,11 +146,10 @@ class Album:
         with open(path, "ab") as file:
             file.write(self.rng.randbytes(1000))
 
-    def _do_damage(self, folder, path):
+    def _do_damage(self, _folder, path):
         """Another file takes its name in one step."""
-        part = os.path.join(folder, ".part")
-        self._write(part, self._damaged())
-        os.replace(part, path)
+        self._write(self.part, self._damaged())
+        os.replace(self.part, path)
 
     def _do_rename(self, folder, path):
         os.replace(path, os.path.join(folder, self.rng.choice(self.NAMES)
@@ -157,11 +157,11 @@ class Album:
 
     def _do_swap(self, folder, path):
         other = self.rng.choice(self.entries(folder))
-        part = os.path.join(folder, ".part")
-        os.replace(path, part)
-        if os.path.exists(other):
-            os.replace(other, path)
-        os.replace(part, other)
+        if other == path or self._is_special(path) or self._is_special(other):
+            return
+        os.replace(path, self.part)
+        os.replace(other, path)
+        os.replace(self.part, other)
 
     @staticmethod
     def _do_touch(_folder, path):

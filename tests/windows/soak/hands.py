@@ -451,6 +451,12 @@ class Hands:
             self.front()
             self.do_step()
             self.front()
+        if way == "the menu" and self.viewer.is_full_screen():
+            way = "Ctrl+Q"
+        if way == "the menu":
+            # What is struck before the menu is open goes to the picture.
+            self.screen.key("Alt_L", "f")
+            self.wait(self.is_menu_open, "the menu is open")
         start = time.monotonic()
         if way == "Ctrl+Q":
             self.screen.key("Control_L", "q")
@@ -459,6 +465,12 @@ class Hands:
         elif way == "SIGTERM":
             self.viewer.process.terminate()
         else:
-            self.screen.key("Alt_L", "f")
             self.screen.key("q")
         return way, start
+
+    def is_menu_open(self):
+        try:
+            menu = accessibility.entries(self.soak.reader.menu_bar())[0]
+            return any(accessibility.is_showing(item) for item in accessibility.entries(menu))
+        except (IndexError, *accessibility.GONE):
+            return False
