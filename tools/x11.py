@@ -119,8 +119,12 @@ class Window:
         """As the close box does."""
         self._ask_manager("_NET_CLOSE_WINDOW", X.CurrentTime, 2)
 
-    def activate(self):
+    def ask_front(self):
+        """Asks the window manager to show it before others, with the keyboard in it."""
         self._ask_manager("_NET_ACTIVE_WINDOW", 2, X.CurrentTime)
+
+    def activate(self):
+        self.ask_front()
         wait_for(self.has_keys, "the window has the keyboard")
 
     def ask_state(self, name, on):

@@ -267,7 +267,7 @@ def inside(chosen):
                     file.write(text)
 
             stacks = self.late_stacks or self.stacks()
-            write("reason.txt", f"{reason}\nseed {chosen.seed}, preset {chosen.preset}, "
+            write("reason.txt", f"{reason}\nin or after {self.hands.doing!r}, seed {chosen.seed}, preset {chosen.preset}, "
                 f"{os.environ['LORIVANE']}\n")
             write("actions.txt", "\n".join(self.done) + "\n")
             write("stderr.txt", self.viewer.said() if self.viewer else "")

@@ -44,10 +44,10 @@ class Hands:
     def __init__(self, soak):
         self.soak, self.rng = soak, soak.rng
         self.screen, self.album = soak.screen, soak.album
-        self.starts = []
+        self.starts, self.doing = [], ""
 
     def act(self):
-        kind = self.rng.choices(list(self.WEIGHTS), self.WEIGHTS.values())[0]
+        self.doing = kind = self.rng.choices(list(self.WEIGHTS), self.WEIGHTS.values())[0]
         try:
             told = getattr(self, "do_" + kind)()
         except (error.XError, *accessibility.GONE) as gone:
@@ -68,13 +68,20 @@ class Hands:
     def front(self, window=None):
         """The window gets the keyboard, from its icon if need be."""
         window = window or self.viewer.window
-        if not window.has_keys():
-            try:
-                window.activate()
-            except x11.Timeout:
-                self.soak.check_alive()
-                if window.handle.id == self.viewer.window.handle.id:
-                    raise Stopped("the main window does not get the keyboard") from None
+        asked = 0
+
+        def has_keys():
+            nonlocal asked
+            if window.has_keys():
+                return True
+            # Once more after a while: it may have been on its way to its icon.
+            if time.monotonic() > asked + 1:
+                asked = time.monotonic()
+                window.ask_front()
+            return False
+
+        is_main = window.handle.id == self.viewer.window.handle.id
+        self.wait(has_keys, "the main window has the keyboard", forgive=not is_main)
 
     def mostly_front(self):
         if self.rng.random() < 0.9:
