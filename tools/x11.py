@@ -115,6 +115,10 @@ class Window:
             event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.screen.display.flush()
 
+    def ask(self, message, *data):
+        """Asks the window manager for something that has no name here."""
+        self._ask_manager(message, *data)
+
     def close(self):
         """As the close box does."""
         self._ask_manager("_NET_CLOSE_WINDOW", X.CurrentTime, 2)

@@ -101,6 +101,8 @@ def inside(chosen):
                 "XDG_DATA_DIRS": self.place, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
             self.chatter = tempfile.TemporaryFile()
             self.screen, self.pinger, self.source = x11.Screen(), Pinger(), drag.Source()
+            # A wheel turned beside the window would bring another desktop.
+            x11.Window(self.screen, self.screen.root).ask("_NET_NUMBER_OF_DESKTOPS", 1)
             self.sender = broadcast.Sender()
             self.album = Album(self.place, self.rng)
             self.hands = Hands(self)

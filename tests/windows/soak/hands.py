@@ -166,9 +166,21 @@ class Hands:
         return (min(max(left + self.rng.randrange(max(width - 20, 1)), 1), 1270),
             min(max(top + 30 + self.rng.randrange(max(height - 50, 1)), 31), 1000))
 
+    def _point(self, x, y):
+        """Whether the pointer is over the main window there: what it does beside it would be the
+        window manager's, such as its menus and its titles' buttons."""
+        self.screen.move_pointer(x, y)
+        below = self.screen.root.query_pointer().child
+        while not isinstance(below, int):
+            if below.id == self.viewer.window.handle.id:
+                return True
+            below = below.query_pointer().child
+        return False
+
     def do_wheel(self):
         self.front()
-        self.screen.move_pointer(*self._inside())
+        if not self._point(*self._inside()):
+            return "(the window has moved)"
         count = self.rng.randint(1, 8)
         which = self.rng.choice((4, 5, 5, 6, 7))
         for _ in range(count):
@@ -179,7 +191,8 @@ class Hands:
     def do_click(self):
         self.front()
         start, end = self._inside(), self._inside()
-        self.screen.move_pointer(*start)
+        if not self._point(*start):
+            return "(the window has moved)"
         self.screen.button(True)
         if self.rng.random() < 0.5:
             for step in range(1, 6):
@@ -256,7 +269,10 @@ class Hands:
             return "left out beside others"
         way = self.rng.choice(("mouse", "Menu", "Shift F10"))
         if way == "mouse":
-            self.screen.click(*self._inside(), which=3)
+            place = self._inside()
+            if not self._point(*place):
+                return "(the window has moved)"
+            self.screen.click(*place, which=3)
         elif way == "Menu":
             self.screen.key("Menu")
         else:
