@@ -189,6 +189,7 @@ private:
     void DeferLaunch(int32 delta);
     void SendHistoryRqtd(uint32 what, const entry_ref& ref);
 
+    bool IsNewPress();
     void ScrollBack(BScrollBar* bar);
     void ScrollForward(BScrollBar* bar);
     float BigStep(BScrollBar* bar) const;

@@ -31,9 +31,17 @@ void TLorivaneView::ScrollRight() {
     ScrollForward(fScrollBarH);
 }
 
+bool TLorivaneView::IsNewPress() {
+    // The first repeat of a held key may come later than the time between two presses.
+    const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
+    const bool isRepeat = message != nullptr && message->what == B_KEY_DOWN &&
+        message->GetInt32("be:key_repeat", 0) > 0;
+    return fScrollTiming.IsNewPress(ScrollTime()) && !isRepeat;
+}
+
 // At the edge a held key goes on through images that were not scrolled, but stops at one that was.
 void TLorivaneView::ScrollBack(BScrollBar* bar) {
-    bool isNewPress = fScrollTiming.IsNewPress(ScrollTime());
+    bool isNewPress = IsNewPress();
     if (bar->IsHidden(this) || (IsScrollBarMin(bar) && (isNewPress || !fScrolled)))
         SetPrevImage();
     else if (!IsScrollBarMin(bar))
@@ -42,7 +50,7 @@ void TLorivaneView::ScrollBack(BScrollBar* bar) {
 
 // At the edge a held key stops, so that it does not run past the end of the image being read.
 void TLorivaneView::ScrollForward(BScrollBar* bar) {
-    bool isNewPress = fScrollTiming.IsNewPress(ScrollTime());
+    bool isNewPress = IsNewPress();
     if (bar->IsHidden(this) || (IsScrollBarMax(bar) && isNewPress))
         SetNextImage();
     else

@@ -8,6 +8,9 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xef\xbf\xbd";  // U+FFFD
 constexpr std::string_view kTab = "    ";
+// A byte order mark, wherever it stands; nothing is seen of it. Layouts drop it silently, and would
+// then count fewer characters than the text has.
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";  // U+FEFF
 
 /// How many bytes at the start of the text are one character; 0 when they are none.
 std::size_t CharacterLength(std::string_view text) {
@@ -57,7 +60,8 @@ std::string ShownText(std::string_view text, std::vector<int32>* sources) {
             drawn = kReplacement;
         else if (first == '\t')
             drawn = kTab;
-        else if (length == 1 && (static_cast<unsigned char>(first) < ' ' || first == 0x7f))
+        else if (drawn == kByteOrderMark ||
+            (length == 1 && (static_cast<unsigned char>(first) < ' ' || first == 0x7f)))
             drawn = {};
         shown += drawn;
         if (sources != nullptr)

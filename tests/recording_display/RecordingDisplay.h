@@ -104,6 +104,8 @@ public:
     /// Down and up. `key` is the key's number, for function keys.
     void PressKey(char rawChar, uint32 modifiers = 0, int32 key = 0);
     void KeyDown(char rawChar, uint32 modifiers = 0, int32 key = 0, ControlId control = 0);
+    /// As a held key sends it, for the `count`th time.
+    void KeyRepeated(char rawChar, int32 count);
     void KeyUp(char rawChar, uint32 modifiers = 0, int32 key = 0, ControlId control = 0);
     void MouseDown(BPoint where, int32 buttons = 1, int32 clicks = 1, uint32 modifiers = 0);
     void MouseMoved(BPoint where, int32 buttons = 0, uint32 modifiers = 0, bool inside = true);

@@ -136,6 +136,12 @@ void Window::KeyDown(char rawChar, uint32 modifiers, int32 key, ControlId contro
     Send(message);
 }
 
+void Window::KeyRepeated(char rawChar, int32 count) {
+    BMessage message = KeyMessage(B_KEY_DOWN, rawChar, 0, 0, 0);
+    (void)message.AddInt32("be:key_repeat", count);
+    Send(message);
+}
+
 void Window::KeyUp(char rawChar, uint32 modifiers, int32 key, ControlId control) {
     BMessage message = KeyMessage(B_KEY_UP, rawChar, modifiers, key, control);
     Send(message);

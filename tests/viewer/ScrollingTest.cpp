@@ -176,6 +176,33 @@ TEST_F(Scrolling, StepsUpAndStaysAtTheTopOfAnImageThatWasScrolled) {
     }
 }
 
+TEST_F(Scrolling, NeverTakesARepeatForANewPress) {
+    ShowTall();
+    const struct {
+        char key;
+        float edge;
+        const char* beyond;
+    } edges[] = {{B_DOWN_ARROW, kTallMax, "c"}, {B_UP_ARROW, 0, "a"}};
+    for (const auto& [key, edge, beyond] : edges) {
+        Open("b");
+        WaitForLoaders();
+        SetValue("ScrlBarV", edge == 0 ? kTallStep : kTallMax - kTallStep);
+        Pause();
+        Press(key);
+        EXPECT_EQ(Value("ScrlBarV"), edge);
+        // However late it comes.
+        for (int32 count : {1, 2}) {
+            Pause();
+            Locked([&] { fScreen->KeyRepeated(key, count); });
+            Settle();
+            EXPECT_EQ(Shown(), "b");
+        }
+        Pause();
+        Press(key);
+        EXPECT_EQ(Shown(), beyond);
+    }
+}
+
 TEST_F(Scrolling, GoesBackThroughImagesThatWereNotScrolled) {
     WriteImages({"a"});
     WriteImage("b", kRed, 100, 600);

@@ -57,23 +57,34 @@ class CommentsTest(ViewerTest):
             for y in range(top, bottom) for x in range(left, right))
         self.assertGreater(letters, 20)
 
-    def test_each_encoding_shows_the_same(self):
-        text = "日本語の文章です。\n髙橋①"
-        for index, encoding in enumerate(["utf-8", "cp932"]):
+    def pictures_with(self, *comments):
+        """What the image area shows with each of the comments, over pictures that are alike."""
+        for index, comment in enumerate(comments):
             self.picture(f"{index}.png")
-            self.write(f"{index}.txt", text.encode(encoding))
-        self.picture("2.png")
-        self.write("2.txt", b"\x1b$BF|K\\8l$NJ8>O$G$9!#\x1b(B\n\x1b$B|b66-!\x1b(B")
+            self.write(f"{index}.txt", comment)
         viewer = self.start(self.folder)
         pictures = []
-        for index in range(3):
+        for index in range(len(comments)):
             viewer.wait_shown(f"{index}.png")
             self.wait_band(viewer, lambda band: band is not None, "the comment is shown")
             viewer.wait_settled()  # it may have been the text that stands in for it
             pictures.append(bytes(viewer.area_picture().data))
             viewer.key("space")
+        return pictures
+
+    def test_each_encoding_shows_the_same(self):
+        text = "日本語の文章です。\n髙橋①"
+        pictures = self.pictures_with(text.encode(), text.encode("cp932"),
+            b"\x1b$BF|K\\8l$NJ8>O$G$9!#\x1b(B\n\x1b$B|b66-!\x1b(B")
         self.assertEqual(pictures[0], pictures[1])
         self.assertEqual(pictures[0], pictures[2])
+
+    def test_nothing_is_seen_of_a_byte_order_mark(self):
+        text = "Sunset over the lake, seen from the old jetty on the last day of the year. " * 4
+        marked = "\ufeff" + text[:90] + "\ufeff" + text[90:]
+        second = "\n\ufeff" + text
+        pictures = self.pictures_with((text + "\n" + text).encode(), (marked + second).encode())
+        self.assertEqual(pictures[0], pictures[1])
 
     def test_menu_turns_them_off_and_on(self):
         self.picture("a.png")

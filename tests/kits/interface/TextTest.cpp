@@ -109,6 +109,16 @@ TEST(ShownText, IsValidAndTellsWhereItComesFrom) {
     EXPECT_EQ(BPrivate::ShownText("\xf0\x9f\x98\x80"), "\xf0\x9f\x98\x80");
 }
 
+TEST(ShownText, HasNoByteOrderMarks) {
+    std::vector<int32> sources;
+    EXPECT_EQ(BPrivate::ShownText("\xef\xbb\xbf"
+                                  "a\xef\xbb\xbf"
+                                  "b\xef\xbb\xbf",
+                  &sources),
+        "ab");
+    EXPECT_THAT(sources, ElementsAre(3, 7, 11));
+}
+
 TEST(TextView, LinesOfAComment) {
     BTextView view(BRect(), "text", BRect(), 0, 0);
     view.SetText("");
