@@ -4,6 +4,7 @@
 #include "framework/Accelerator.h"
 #include "framework/LanguageChangedFilter.h"
 #include "framework/MessageCodes.h"
+#include "framework/WaitingMessages.h"
 #include "iap/InterAppPrefs.h"
 
 #include <algorithm>
@@ -96,7 +97,9 @@ void TSimpleAboutView::SetAppInfo(
         UnlockLooper();
 }
 
-void TSimpleAboutView::IAPChanged(const BMessage& /*change*/) {
+void TSimpleAboutView::IAPChanged(const BMessage& change) {
+    if (Window() != nullptr)
+        remove_waiting(*Window(), same_shared_item(change));
     SetViewLabel();
     FitToContent();
 }

@@ -6,6 +6,7 @@
 #include "framework/LanguageChangedFilter.h"
 #include "framework/MessageCodes.h"
 #include "framework/Version.h"
+#include "framework/WaitingMessages.h"
 #include "iap/InterAppPrefs.h"
 #include "settings/ExitStates.h"
 #include "settings/PrefsWindow.h"
@@ -13,7 +14,9 @@
 
 #include <app/AppDefs.h>
 #include <app/Messenger.h>
+#include <cstring>
 #include <storage/FilePanel.h>
+#include <string>
 
 TLorivaneApp::TLorivaneApp()
     : BApplication(kAppSignature), fMainWindow(new TLorivaneWindow(gExitStates.fWindowFrame)) {
@@ -34,6 +37,8 @@ void TLorivaneApp::MessageReceived(BMessage* message) {
     case kMsgLanguageChanged: SetOpenPanelLabels(); break;
     case B_CANCEL: (void)Cancel(message); break;
     case kMsgSharedItemChanged:
+        if (IsOvertaken(*message))
+            break;
         // The windows read the value from the store when this arrives.
         IAPChanged(message);
         [[fallthrough]];
@@ -74,6 +79,19 @@ void TLorivaneApp::Quit() {
     CloseWindow(&fAboutWindow);
     CloseWindow(&fMainWindow);
     BApplication::Quit();
+}
+
+// Whether a later change, by the same application, of the same item waits already. Some are saved
+// one by one, and every window hears of each.
+bool TLorivaneApp::IsOvertaken(const BMessage& change) const {
+    const std::string item = change.GetString(kFieldSharedItem, "");
+    const auto isSame = same_shared_item(change);
+    return is_waiting(*this, [&](const BMessage& later) {
+        type_code type = 0;
+        return isSame(later) && later.GetInfo(item.c_str(), &type) == B_OK &&
+            std::strcmp(
+                later.GetString(kFieldSharedApp, ""), change.GetString(kFieldSharedApp, "")) == 0;
+    });
 }
 
 void TLorivaneApp::IAPChanged(BMessage* message) {

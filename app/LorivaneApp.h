@@ -48,6 +48,7 @@ public:
 
 private:
     BRect DialogFrame() const;
+    bool IsOvertaken(const BMessage& change) const;
     void SendToPrefsWindow(BMessage* message);
     /// Quits the window, if there is one, and forgets it.
     template <typename Window>

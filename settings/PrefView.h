@@ -125,7 +125,8 @@ private:
     static constexpr int32 kPageCount = 3;
 
     status_t fInitStatus;
-    TPrefs fRestore;  // what Cancel goes back to
+    TPrefs fRestore;           // what Cancel goes back to
+    std::string fLabelFormat;  // of the hints that the labels have
 
     // All below are children, of this view or of a tab's page.
     BTabView* fTabView = nullptr;

@@ -44,6 +44,7 @@ void TPrefView::SetViewLabels() {
     if (!LockLooper())
         return;
     const THintedLabels labels;
+    fLabelFormat = labels.Format();
 
     fTabView->TabAt(0)->SetLabel(be_locale->GetString("Comment"));
     fCBoxEnableComment->SetLabel(labels("Enable Comment", "C").c_str());

@@ -8,7 +8,9 @@
 #include <string>
 
 #include "framework/DialogWindow.h"
+#include "framework/HintedLabels.h"
 #include "framework/MessageCodes.h"
+#include "framework/WaitingMessages.h"
 #include "iap/ItemNames.h"
 #include "settings/DisplayOption.h"
 #include "settings/PrefView.h"
@@ -68,8 +70,12 @@ void TPrefView::PrefEnableCommentChanged(const BMessage& notice) {
 
 void TPrefView::IAPChanged(const BMessage& change) {
     const char* item = nullptr;
-    if (change.FindString(kFieldSharedItem, &item) == B_OK &&
-        item == std::string(kAccKeyFormatItem))
+    if (change.FindString(kFieldSharedItem, &item) != B_OK ||
+        item != std::string(kAccKeyFormatItem))
+        return;
+    // Once for all that wait, and not for what the labels show already.
+    remove_waiting(*Window(), same_shared_item(change));
+    if (THintedLabels().Format() != fLabelFormat)
         SetViewLabels();
 }
 

@@ -10,6 +10,7 @@
 
 #include "framework/LanguageChangedFilter.h"
 #include "framework/MessageCodes.h"
+#include "framework/WaitingMessages.h"
 
 TLorivaneView::TLorivaneView(BRect frame)
     : TBasicView(frame, "LorivaneView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS) {
@@ -63,7 +64,12 @@ void TLorivaneView::MessageReceived(BMessage* message) {
     case kMsgChooseDisplayOption: MItemDisplayOptionClicked(message); break;
     case kMsgToggleComment: MItemEnableCommentClicked(); break;
     case kMsgToggleFullScreen: MItemFullScreenClicked(); break;
-    case kPrefColors: PrefColChanged(); break;
+    case kPrefColors:
+        // A slider that is dragged sends many, and each would draw the colours of the last.
+        remove_waiting(
+            *Window(), [](const BMessage& waiting) { return waiting.what == kPrefColors; });
+        PrefColChanged();
+        break;
     case kPrefDisplayOption: PrefDisplayOptionChanged(); break;
     case kPrefEnableComment: PrefEnableCommentChanged(); break;
     case kPrefCommentEncoding: PrefCommentEncodingChanged(); break;

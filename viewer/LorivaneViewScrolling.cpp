@@ -2,11 +2,10 @@
 
 #include <app/AppDefs.h>
 #include <app/Message.h>
-#include <app/MessageQueue.h>
 #include <interface/Window.h>
 #include <kernel/OS.h>
-#include <memory>
 
+#include "framework/WaitingMessages.h"
 #include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
 #include "viewer/LorivaneView.h"
@@ -175,15 +174,7 @@ void TLorivaneView::ResetScrollBarPosition() {
 }
 
 void TLorivaneView::RemoveScrollMessages() {
-    BMessageQueue* queue = Window()->MessageQueue();
-    if (!queue->Lock())
-        return;
-    for (int32 index = queue->CountMessages() - 1; index >= 0; --index) {
-        BMessage* message = queue->FindMessage(index);
-        if (message->what != B_MOUSE_WHEEL_CHANGED && message->what != B_KEY_DOWN)
-            continue;
-        std::unique_ptr<BMessage> removed(message);
-        queue->RemoveMessage(message);
-    }
-    queue->Unlock();
+    remove_waiting(*Window(), [](const BMessage& message) {
+        return message.what == B_MOUSE_WHEEL_CHANGED || message.what == B_KEY_DOWN;
+    });
 }

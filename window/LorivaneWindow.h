@@ -69,5 +69,6 @@ private:
     TLorivaneView* fView;
     std::array<BMenuItem*, kDisplayOptionCount> fDisplayOptionItems{};
     BMenuItem* fEnableCommentItem = nullptr;
+    std::string fMenuFormat;  // of the hints that the menus have
     TMRUF fHistory;
 };

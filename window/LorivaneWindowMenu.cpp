@@ -11,6 +11,7 @@
 
 #include "framework/HintedLabels.h"
 #include "framework/MessageCodes.h"
+#include "framework/WaitingMessages.h"
 #include "iap/ItemNames.h"
 #include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
@@ -73,6 +74,7 @@ void fill_help_menu(BMenu* menu, const THintedLabels& labels) {
 
 void TLorivaneWindow::CreateMenu() {
     const THintedLabels labels;
+    fMenuFormat = labels.Format();
     fOpenMenu = fill_file_menu(add_menu(fMenuBar, labels, "File", "F"), labels);
 
     BMenu* view = add_menu(fMenuBar, labels, "View", "V");
@@ -121,7 +123,12 @@ void TLorivaneWindow::IAPChanged(BMessage* message) {
     if (message->FindString(kFieldSharedItem, &item) != B_OK ||
         item != std::string(kAccKeyFormatItem))
         return;
-    fHistory.SetAccFormat(THintedLabels().Format());
+    // Once for all that wait, and not for what the menus show already.
+    remove_waiting(*this, same_shared_item(*message));
+    const std::string format = THintedLabels().Format();
+    if (format == fMenuFormat)
+        return;
+    fHistory.SetAccFormat(format);
     DestroyMenu();
     CreateMenu();
 }

@@ -53,6 +53,23 @@ bool IsRepeatedAgain(BMessageQueue& queue, const BMessage& keyDown) {
     return again;
 }
 
+/// Whether this step of a control that is dragged is followed by another that waits already. What the
+/// control's window does about one may take longer than the user takes for it.
+bool IsDraggedOn(BMessageQueue& queue, const BMessage& event) {
+    bool final = true;
+    if (event.what != BPrivate::kControlChanged || event.FindBool("final", &final) != B_OK || final)
+        return false;
+    const int32 control = event.GetInt32("control", 0);
+    queue.Lock();
+    bool again = false;
+    const BMessage* later = nullptr;
+    for (int32 i = 0;
+         !again && (later = queue.FindMessage(BPrivate::kControlChanged, i)) != nullptr; i++)
+        again = later->GetInt32("control", 0) == control;
+    queue.Unlock();
+    return again;
+}
+
 bool IsForPreferredHandler(const BMessage& message) {
     return BPrivate::MessengerAccess::HandlerToken(BPrivate::MessageAccess::Target(message)) == 0;
 }
@@ -73,7 +90,8 @@ BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
     if (message->what == B_QUIT_REQUESTED && IsForPreferredHandler(*message))
         return this;
     // Before any filter sees it.
-    if (target == this && IsRepeatedAgain(*MessageQueue(), *message))
+    if (target == this &&
+        (IsRepeatedAgain(*MessageQueue(), *message) || IsDraggedOn(*MessageQueue(), *message)))
         return nullptr;
     return target == this ? fData->input.Target(*message) : target;
 }

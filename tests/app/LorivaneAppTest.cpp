@@ -33,6 +33,18 @@ private:
     TLog* fLog;
 };
 
+/// Hears of every change that the store takes.
+class TObserver : public BLooper {
+public:
+    explicit TObserver(TLog* log) : fLog(log) { Run(); }
+    void MessageReceived(BMessage* message) override {
+        fLog->Add(message->GetString("AccKeyFormat2", "none"));
+    }
+
+private:
+    TLog* fLog;
+};
+
 class LorivaneAppTest : public AppFixture {
 protected:
     void WindowMade() override {
@@ -134,6 +146,41 @@ TEST_F(LorivaneAppTest, TakesASharedPreferenceOverBeforeItTellsTheMainWindow) {
         EXPECT_EQ(kept, "\2(a)");
         BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
     });
+}
+
+TEST_F(LorivaneAppTest, TakesOnlyTheLastOfTheChangesThatWait) {
+    constexpr char kItem[] = "AccKeyFormat2";
+    (void)gIAPs.AddItem(new TIAPItemAccKeyFormat);
+    const auto change = [&](const char* application, const char* format) {
+        BMessage message(kMsgSharedItemChanged);
+        message.AddString(kFieldSharedApp, application);
+        message.AddString(kFieldSharedItem, kItem);
+        if (format != nullptr)
+            message.AddString(kItem, format);
+        return message;
+    };
+    TLog taken;
+    auto* observer = new TObserver(&taken);
+    (void)gIAPs.AddObserver(BMessenger(observer));
+    RunApp([&](recording::Window&) {
+        ASSERT_TRUE(be_app->Lock());
+        const BMessenger app(be_app);
+        for (const char* format : {"\1a) ", "", "\1a - "}) {
+            BMessage message = change("application/x-vnd.ZELKAN-Other", format);
+            EXPECT_EQ(app.SendMessage(&message), B_OK);
+        }
+        // Another application's change is one of its own, and one without a value overtakes none.
+        BMessage another = change("application/x-vnd.ZELKAN-Third", "\2(a)");
+        EXPECT_EQ(app.SendMessage(&another), B_OK);
+        BMessage empty = change("application/x-vnd.ZELKAN-Third", nullptr);
+        EXPECT_EQ(app.SendMessage(&empty), B_OK);
+        be_app->Unlock();
+        EXPECT_EQ(taken.WaitFor(2), (std::vector<std::string>{"\1a - ", "\2(a)"}));
+        BMessenger(be_app).SendMessage(B_QUIT_REQUESTED);
+    });
+    ASSERT_TRUE(observer->Lock());
+    observer->Quit();
+    EXPECT_EQ(taken.Entries().size(), 2U);
 }
 
 TEST_F(LorivaneAppTest, AnswersWhatItDoesNotKnow) {

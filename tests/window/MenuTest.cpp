@@ -262,8 +262,38 @@ TEST_F(Menu, KeepsItsMarksWhenItIsBuiltAnew) {
     gPrefs.fEnableComment = true;
     BMessage change(kMsgSharedItemChanged);
     (void)change.AddString(kFieldSharedItem, "AccKeyFormat2");
+    SetFormat("");
+    Do(change);
+    SetFormat(kSuffixFormat);
     Do(change);
     ExpectTree(Hinted);
+}
+
+TEST_F(Menu, IsBuiltOnceForAllChangesThatWait) {
+    OpenAndShow();
+    const auto firstId = [&] {
+        return std::get<BPrivate::MenuBarState>(Bar().state).items.at(0).id;
+    };
+    BMessage change(kMsgSharedItemChanged);
+    (void)change.AddString(kFieldSharedItem, "AccKeyFormat2");
+    int32 before = firstId();
+    Do(change);
+    EXPECT_EQ(firstId(), before);  // what is shown already
+
+    SetFormat("");
+    Do(change);
+    const int32 once = firstId() - before;
+    EXPECT_GT(once, 0);
+    before = firstId();
+    ASSERT_TRUE(fWindow->Lock());
+    for (int i = 0; i < 9; ++i) {
+        SetFormat(i % 2 == 0 ? kSuffixFormat : "");
+        EXPECT_EQ(BMessenger(fWindow).SendMessage(&change), B_OK);
+    }
+    fWindow->Unlock();
+    Do(change);
+    ExpectTree(Hinted);
+    EXPECT_EQ(firstId() - before, once);
 }
 
 TEST_F(Menu, MarksFollowThePreferences) {

@@ -51,6 +51,7 @@ TEST_F(SliderTest, TellsTheDragAndItsEnd) {
     Show();
     const ControlId id = OnScreen("Opacity").id;
     fWindow.Screen().MoveSlider(id, 10, false);
+    EXPECT_EQ(Received('drag').size(), 1U);
     fWindow.Screen().MoveSlider(id, 20, false);
     EXPECT_EQ(Received('drag').size(), 2U);
     EXPECT_EQ(Received('drag')[1].GetInt32("be:value", -1), 20);
@@ -67,6 +68,25 @@ TEST_F(SliderTest, TellsTheDragAndItsEnd) {
     EXPECT_EQ(Received('drag').size(), 2U);
     EXPECT_EQ(Received('scac').size(), 1U);
     fWindow.Do([&] { EXPECT_EQ(fSlider->Value(), 255); });
+}
+
+TEST_F(SliderTest, TellsOnlyTheLastOfTheStepsThatWait) {
+    Show();
+    const ControlId id = OnScreen("Opacity").id;
+    fWindow.Do([&] {
+        for (const int32 value : {10, 20, 30})
+            fWindow.Screen().MoveSlider(id, value, false);
+    });
+    ASSERT_EQ(Received('drag').size(), 1U);
+    EXPECT_EQ(Received('drag')[0].GetInt32("be:value", -1), 30);
+    // The end of a drag is never dropped.
+    fWindow.Do([&] {
+        fWindow.Screen().MoveSlider(id, 40, true);
+        fWindow.Screen().MoveSlider(id, 50, false);
+    });
+    ASSERT_EQ(Received('scac').size(), 1U);
+    EXPECT_EQ(Received('scac')[0].GetInt32("be:value", -1), 40);
+    EXPECT_EQ(Received('drag').size(), 2U);
 }
 
 TEST_F(SliderTest, SettingAValueSendsNothing) {
