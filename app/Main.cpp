@@ -1,6 +1,7 @@
 #include "app/LorivaneApp.h"
 #include "app/Usage.h"
 #include "framework/AppPrivacy.h"
+#include "framework/Thread.h"
 #include "framework/Version.h"
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
@@ -9,6 +10,7 @@
 #include "settings/Prefs.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,5 +35,8 @@ int main(int argc, char** argv) {
     app.reset();
 
     (void)gExitStates.SaveToFile();
+    // A decoder that nobody waits for must not see what it works with be destroyed under it.
+    if (TThread::CountAbandoned() > 0)
+        std::quick_exit(0);
     return 0;
 }

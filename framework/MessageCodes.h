@@ -28,6 +28,7 @@ constexpr uint32 kMsgToggleFullScreen = 'flsc';
 
 // Between the viewer view, its loaders and its window.
 constexpr uint32 kMsgImageLoaded = 'imld';    ///< kFieldThread; kFieldImage unless loading failed
+constexpr uint32 kMsgImageFound = 'imfd';     ///< kFieldThread, kFieldIndex
 constexpr uint32 kMsgRetryLoad = 'lltr';      ///< kFieldDelta
 constexpr uint32 kMsgAddHistory = '_ahr';     ///< kFieldRefs
 constexpr uint32 kMsgRemoveHistory = '_rhr';  ///< kFieldRefs
@@ -80,6 +81,7 @@ constexpr uint32 kMsgLanguageChanged = '_BLC';
 constexpr char kFieldRefs[] = "refs";                  ///< entry_ref
 constexpr char kFieldThread[] = "Thread";              ///< int32, the loader's thread id
 constexpr char kFieldImage[] = "Image";                ///< pointer to a TImage, handed over
+constexpr char kFieldIndex[] = "Index";                ///< int32, a position in the list
 constexpr char kFieldDelta[] = "Delta";                ///< int32, +1 or -1
 constexpr char kFieldDisplayOption[] = "DispOpt";      ///< int32, 0 to 5
 constexpr char kFieldEncoding[] = "Encoding";          ///< int32, a comment_encoding

@@ -1,5 +1,17 @@
 #include "framework/Thread.h"
 
+namespace {
+
+// What Thread::fEnd is made of. In one word, so that of the thread that ends and the owner who lets
+// go exactly one sees that the other was there before.
+constexpr uint32 kAutoDelete = 1;
+constexpr uint32 kAbandoned = 2;
+constexpr uint32 kTerminated = 4;
+
+std::atomic<int32> sAbandoned{0};
+
+}  // namespace
+
 TThread::TThread(const char* name, int32 priority)
     : fThread(spawn_thread(Entry, name, priority, this)) {}
 
@@ -34,8 +46,30 @@ status_t TThread::Wait(int32* result) const {
 }
 
 status_t TThread::SetAutoDelete(bool autoDelete) {
-    fAutoDelete.store(autoDelete, std::memory_order_release);
+    if (autoDelete)
+        fEnd.fetch_or(kAutoDelete, std::memory_order_acq_rel);
+    else
+        fEnd.fetch_and(~kAutoDelete, std::memory_order_acq_rel);
     return B_OK;
+}
+
+void TThread::Abandon() {
+    if (fThread < 0 || IsSuspended()) {
+        delete this;
+        return;
+    }
+    (void)Terminate();
+    (void)SetPriority(B_LOWEST_ACTIVE_PRIORITY);
+    sAbandoned.fetch_add(1);
+    const uint32 before = fEnd.fetch_or(kAutoDelete | kAbandoned, std::memory_order_acq_rel);
+    if ((before & kTerminated) == 0)
+        return;
+    delete this;
+    sAbandoned.fetch_sub(1);
+}
+
+int32 TThread::CountAbandoned() {
+    return sAbandoned.load();
 }
 
 thread_id TThread::ThreadID() const {
@@ -43,7 +77,7 @@ thread_id TThread::ThreadID() const {
 }
 
 bool TThread::IsTerminated() const {
-    return fTerminated.load(std::memory_order_acquire);
+    return (fEnd.load(std::memory_order_acquire) & kTerminated) != 0;
 }
 
 bool TThread::IsSuspended() const {
@@ -68,8 +102,9 @@ int32 TThread::Entry(void* self) {
 void TThread::ThreadEnded(void* self) {
     auto* thread = static_cast<TThread*>(self);
     // An owner may delete the object as soon as it sees the mark, so the mark is the last touch.
-    const bool autoDelete = thread->fAutoDelete.load(std::memory_order_acquire);
-    thread->fTerminated.store(true, std::memory_order_release);
-    if (autoDelete)
+    const uint32 before = thread->fEnd.fetch_or(kTerminated, std::memory_order_acq_rel);
+    if ((before & kAutoDelete) != 0)
         delete thread;
+    if ((before & kAbandoned) != 0)
+        sAbandoned.fetch_sub(1);
 }

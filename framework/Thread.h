@@ -11,6 +11,9 @@
 /// then. The object is deleted by its one owner, or by itself at its thread's end when auto
 /// delete was switched on before Resume(), never by Execute().
 ///
+/// An owner that does not want to wait for the end gives the object up instead of deleting it:
+/// Abandon() leaves it to its thread.
+///
 /// Deleting it while Execute() runs kills the thread, with what kill_thread() says about that:
 /// what Execute() holds then may be lost. A subclass whose Execute() uses members of its own
 /// must call KillThread() first thing in its destructor.
@@ -41,6 +44,13 @@ public:
     /// When on, the object deletes itself at its thread's end. @return 0.
     status_t SetAutoDelete(bool autoDelete);
 
+    /// Asks the thread to end and has the object delete itself when it has, which may be now. The
+    /// caller does not wait, and must not use the object any more. What never ran is deleted.
+    void Abandon();
+    /// How many threads of abandoned objects are still at work. While there are any, the process
+    /// must end without destroying what they may use, by std::quick_exit().
+    static int32 CountAbandoned();
+
     thread_id ThreadID() const;
     /// True once the thread has ended by itself.
     bool IsTerminated() const;
@@ -57,6 +67,5 @@ private:
 
     std::atomic<bool> fTerminateRequested{false};
     thread_id fThread;
-    std::atomic<bool> fAutoDelete{false};
-    std::atomic<bool> fTerminated{false};
+    std::atomic<uint32> fEnd{0};  // how it is to end, and whether it has
 };

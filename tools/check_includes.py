@@ -126,6 +126,8 @@ MAY_INCLUDE = {
 EXCEPTIONS = {
     # The platform's own SupportDefs.h brings ssize_t, off_t and mode_t with it.
     ("kits/include/support/SupportDefs.h", "sys/types.h"),
+    # And its Statable.h the struct that GetStat() fills.
+    ("kits/include/storage/Statable.h", "sys/stat.h"),
 }
 
 

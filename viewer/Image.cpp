@@ -1,5 +1,6 @@
 #include "viewer/Image.h"
 
+#include <app/Message.h>
 #include <storage/File.h>
 #include <translation/BitmapStream.h>
 #include <translation/TranslationDefs.h>
@@ -18,10 +19,16 @@ constexpr uint32 kJpegFormat = 'JPEG';
 TImage::TImage(
     const std::string& fileName, BTranslatorRoster* roster, const translator_info& info) {
     BFile file(fileName.c_str(), B_READ_ONLY);
+    // Of before it is read: what is written meanwhile makes it look old, not new.
+    fStamp = TFileStamp(file);
     BBitmapStream stream;
-    fInitStatus = roster->Translate(&file, &info, nullptr, &stream, B_TRANSLATOR_BITMAP);
-    if (fInitStatus != B_OK)
+    BMessage explanation;
+    fInitStatus = roster->Translate(&file, &info, &explanation, &stream, B_TRANSLATOR_BITMAP);
+    if (fInitStatus != B_OK) {
+        fProblem = problem_with(
+            fileName, file.InitCheck() != B_OK ? file.InitCheck() : fInitStatus, &explanation);
         return;
+    }
     BBitmap* decoded = nullptr;
     fInitStatus = stream.DetachBitmap(&decoded);
     fDecoded.reset(decoded);
@@ -72,6 +79,11 @@ bool TImage::IsBackgroundOutdated() const {
 
 bool TImage::IsBeside(const std::string& path, int32 delta) const {
     return !path.empty() && path == (delta > 0 ? fPrevImageFileName : fNextImageFileName);
+}
+
+void TImage::Unlink() {
+    fNextImageFileName.clear();
+    fPrevImageFileName.clear();
 }
 
 // Keeps what there is when there is no memory for the new size.

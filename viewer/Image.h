@@ -7,6 +7,8 @@
 #include <translation/TranslatorRoster.h>
 
 #include "comment/Comment.h"
+#include "viewer/FileStamp.h"
+#include "viewer/LoadProblem.h"
 
 /// One image file in memory: as it was decoded, and a copy scaled for the window, in which the
 /// background colour of the preferences shows through what is transparent.
@@ -24,8 +26,12 @@ public:
     TImage& operator=(const TImage&) = delete;
 
     /// `B_OK`, or why the file could not be opened or decoded. A failed image has no bitmaps, no
-    /// file name and no kind; only this may be asked of it.
+    /// file name and no kind; only this and Problem() may be asked of it.
     status_t InitCheck() const { return fInitStatus; }
+    const TLoadProblem& Problem() const { return fProblem; }
+
+    /// Whether the file is still there and as it was when it was decoded.
+    bool IsUpToDate() const { return fStamp == TFileStamp::At(fFileName); }
 
     /// Scales the image for an area of these extents (right minus left, bottom minus top) by the
     /// display option in force. Does nothing when it has the size already, and the background
@@ -51,6 +57,8 @@ public:
 
     /// Whether it is known to come after (delta above 0) or before the image of that path.
     bool IsBeside(const std::string& path, int32 delta) const;
+    /// Forgets the images on either side.
+    void Unlink();
 
     /// The decoded image, as the translator made it. Belongs to this.
     BBitmap* OrgImage() const { return fDecoded.get(); }
@@ -66,6 +74,8 @@ private:
 
     uint32 fIndex = kNoIndex;
     status_t fInitStatus;
+    TLoadProblem fProblem;
+    TFileStamp fStamp;
     std::string fFileName;
     std::string fKind;
     std::string fNextImageFileName;

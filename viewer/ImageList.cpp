@@ -15,11 +15,18 @@ TImageList::~TImageList() = default;
 
 bool TImageList::IsImage(
     const std::string& path, BTranslatorRoster* roster, translator_info* info) const {
+    return IdentifyImage(path, roster, info) == B_OK;
+}
+
+status_t TImageList::IdentifyImage(
+    const std::string& path, BTranslatorRoster* roster, translator_info* info) {
     BFile file(path.c_str(), B_READ_ONLY);
-    if (file.InitCheck() != B_OK)
-        return false;
-    return roster->Identify(&file, nullptr, info, 0, nullptr, 0) == B_OK &&
-        info->group == B_TRANSLATOR_BITMAP;
+    status_t status = file.InitCheck();
+    if (status == B_OK)
+        status = roster->Identify(&file, nullptr, info, 0, nullptr, 0);
+    if (status == B_OK && info->group != B_TRANSLATOR_BITMAP)
+        status = B_NO_TRANSLATOR;
+    return status;
 }
 
 status_t TImageList::GetNextImageIndex(
@@ -56,11 +63,14 @@ uint32 TImageList::IndexOf(const std::string& path) const {
     return static_cast<uint32>(found - Names().begin());
 }
 
-void TImageList::ListFolder(const BEntry& folder) {
+status_t TImageList::ListFolder(const BEntry& folder) {
     NameList names;
     BPath path;
     BDirectory directory(&folder);
-    if (folder.GetPath(&path) == B_OK && directory.InitCheck() == B_OK) {
+    status_t status = folder.GetPath(&path);
+    if (status == B_OK)
+        status = directory.InitCheck();
+    if (status == B_OK) {
         std::string prefix = path.Path();
         if (!prefix.ends_with('/'))
             prefix += '/';
@@ -75,4 +85,5 @@ void TImageList::ListFolder(const BEntry& folder) {
     }
     if (names != *fNames)
         fNames = std::make_shared<const NameList>(std::move(names));
+    return status;
 }

@@ -25,6 +25,10 @@ public:
     /// Identifies the file's content; its name plays no part. `info` describes the format when
     /// the result is true.
     bool IsImage(const std::string& path, BTranslatorRoster* roster, translator_info* info) const;
+    /// The same, with the reason: `B_OK`, what opening or reading the file gave, or
+    /// B_NO_TRANSLATOR.
+    static status_t IdentifyImage(
+        const std::string& path, BTranslatorRoster* roster, translator_info* info);
 
     // Searches. 0 with the index of the image found and its format, or -1: there is no wrap-around,
     // and `index` is meaningless then.
@@ -54,9 +58,10 @@ protected:
     /// Where a path is, or kNoIndex.
     uint32 IndexOf(const std::string& path) const;
 
-    /// Lists a folder, links by their own path. What cannot be read leaves the list empty. The
-    /// current index stays, and so do the names themselves when they are what they were.
-    void ListFolder(const BEntry& folder);
+    /// Lists a folder, links by their own path. What cannot be read leaves the list empty, and is
+    /// an error. The current index stays, and so do the names themselves when they are what they
+    /// were.
+    status_t ListFolder(const BEntry& folder);
 
     uint32 fCurrentIndex = kNoIndex;
 

@@ -12,9 +12,29 @@
 #include "framework/MessageCodes.h"
 #include "framework/WaitingMessages.h"
 
+namespace {
+
+/// Whether it tells of what the user did, not of what was going on by itself.
+bool is_action(uint32 what) {
+    switch (what) {
+    case B_REFS_RECEIVED:
+    case B_SIMPLE_DATA:
+    case B_MOUSE_WHEEL_CHANGED:
+    case kMsgFirstImage:
+    case kMsgPrevImage:
+    case kMsgNextImage:
+    case kMsgLastImage:
+    case kMsgChooseDisplayOption:
+    case kMsgToggleComment:
+    case kMsgToggleFullScreen: return true;
+    default: return false;
+    }
+}
+
+}  // namespace
+
 TLorivaneView::TLorivaneView(BRect frame)
     : TBasicView(frame, "LorivaneView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS) {
-    fRoster.AddTranslators(nullptr);
     SetViewColor(B_TRANSPARENT_COLOR);
 
     ChildFrames frames = child_frames(Extent(frame));
@@ -32,11 +52,7 @@ TLorivaneView::TLorivaneView(BRect frame)
     AddChild(fStatusView);
 }
 
-TLorivaneView::~TLorivaneView() {
-    // All are asked to end before the first is waited for.
-    for (const auto& loader : fLoadThreads)
-        loader->Terminate();
-}
+TLorivaneView::~TLorivaneView() = default;
 
 void TLorivaneView::AttachedToWindow() {
     TBasicView::AttachedToWindow();
@@ -51,11 +67,14 @@ void TLorivaneView::AllAttached() {
 }
 
 void TLorivaneView::MessageReceived(BMessage* message) {
+    if (is_action(message->what))
+        TakeMessageAway();
     switch (message->what) {
     case B_REFS_RECEIVED:
     case B_SIMPLE_DATA: RefsReceived(message); break;
     case B_MOUSE_WHEEL_CHANGED: MouseWheelChanged(message); break;
     case kMsgImageLoaded: ImageLoaded(message); break;
+    case kMsgImageFound: ImageFound(message); break;
     case kMsgRetryLoad: LaunchLoadThreadRqtd(message); break;
     case kMsgFirstImage: SetFirstImage(); break;
     case kMsgPrevImage: SetPrevImage(); break;
@@ -87,6 +106,7 @@ void TLorivaneView::MessageReceived(BMessage* message) {
 void TLorivaneView::LanguageChanged() {
     SetWinTitle(fCurrentImage ? fCurrentImage->FileName() : std::string());
     fStatusView->LanguageChanged();
+    RenewMessage();
 }
 
 void TLorivaneView::Clear() {

@@ -7,10 +7,12 @@
 #include <vector>
 
 #include "framework/BasicView.h"
+#include "viewer/ForegroundLoad.h"
 #include "viewer/Geometry.h"
 #include "viewer/Image.h"
 #include "viewer/ImageList.h"
 #include "viewer/LoadThread.h"
+#include "viewer/MessageBand.h"
 #include "viewer/ScrollBar.h"
 #include "viewer/ScrollTiming.h"
 #include "viewer/StatusView.h"
@@ -20,9 +22,9 @@ class BMessageRunner;
 /// The view that shows one image of a folder at a time, with the images on either side of it
 /// decoded ahead.
 ///
-/// Everything here runs on the window's thread under its lock. Loaders share only the list of
-/// names with it, which nobody changes, and report by "imld"; deleting the view waits for those
-/// that still run.
+/// Everything here runs on the window's thread under its lock. What is decoded is decoded by
+/// loaders. They share only the list of names with the view, which nobody changes, and report by
+/// "imld"; deleting the view leaves those that still run to themselves.
 class TLorivaneView : public TBasicView, public TImageList {
 public:
     explicit TLorivaneView(BRect frame);
@@ -49,10 +51,17 @@ public:
     /// Opens the first of the message's "refs".
     void RefsReceived(BMessage* message);
     /// Lists the entry's folder, or the folder it is, and shows the entry or the first image.
-    void SetFolder(const entry_ref& ref);
-    /// Decodes and shows the entry, identified as `info` (null: identified here). 0, or -1 when
-    /// it is no image, which leaves the previous one shown; an index beyond the list clears.
-    status_t SetCurrentImage(uint32 index, const translator_info* info);
+    /// `then` is called when it is there or has failed.
+    void SetFolder(const entry_ref& ref, const TForegroundLoad::Continuation& then = nullptr);
+    /// Has the entry decoded by a loader of its own, and shows it. One that cannot be shown leaves
+    /// the previous one; an index beyond the list clears. `then` is called in any case, here when
+    /// the outcome is known at once.
+    /// @return 0, or -1 when nothing was begun
+    status_t SetCurrentImage(uint32 index, const TForegroundLoad::Continuation& then);
+    /// Whether an image is being found and decoded that is to be shown.
+    bool IsLoadingInForeground() const { return fForeground.IsPending(); }
+    /// What is said about an image that cannot be shown; null when nothing is.
+    const TLoadProblem* ShownProblem() const { return fMessage.Problem(); }
     void SetNextImage();
     void SetPrevImage();
     void SetFirstImage();
@@ -71,6 +80,7 @@ public:
     void LaunchLoadThread();
     status_t LaunchLoadThreadRqtd(BMessage* message);
     void ImageLoaded(BMessage* message);
+    void ImageFound(BMessage* message);
     bool IsCacheHit(uint32 index, int32* slot) const;
     /// Whether a loader is decoding the image after the one at `index`.
     bool IsLoading(uint32 index, TLoadThread** thread) const;
@@ -166,25 +176,42 @@ private:
     ShownBars Bars() const;
     Extent ImageArea() const;
     void DrawImage(BView* target);
-    void DrawComment(BView* target);
+    void DrawBand(BView* target);
     void LayOutComment();
     void LoadComment();
     void ReloadComment();
     void RenewCommentFont();
     void ShowNothing();
 
+    // What is said in place of an image.
+    void ShowProblem(const TLoadProblem& problem);
+    void TakeMessageAway();
+    void RenewMessage();
+    BBitmap* Band() const;
+    BRect BandFrame() const;
+    float BandWidth() const;
+    void InvalidateBand(BRect before);
+
     bool ShouldSkip();
     void StepImage(int32 delta);
     void JumpToImage(uint32 index, int32 preloadDelta);
     bool StepToNeighbour(int32 delta);
-    std::unique_ptr<TImage> DecodeImage(const std::string& path, const translator_info* info);
-    status_t FindImageBeside(int32 delta, uint32* index, translator_info* info);
+    void SearchAndShow(uint32 from, int32 step, const TForegroundLoad::Continuation& then);
+    void ShowFirstFrom(uint32 index, const TForegroundLoad::Continuation& then);
+    void BeginImage(uint32 index);
+    void ForegroundLoaded();
+    void EndForeground(const TForegroundLoad::Continuation& then, const TLoadOutcome& outcome);
+    void AbandonForeground();
+    bool HoldWhileLoading(const BMessage& message);
+    void RenumberImages();
+    void DropOutdatedNeighbours();
     void SetCurrentImageFromCache(int32 slot);
     std::unique_ptr<TImage> ReplaceCurrentImage(std::unique_ptr<TImage> image, int32 oldSlot);
     void LinkNeighbours(int32 delta, const std::string& from);
     TLoadThread* FindLoader(int32 delta) const;
-    std::unique_ptr<TLoadThread> TakeLoader(thread_id thread);
+    LoaderPtr TakeLoader(thread_id thread);
     void ShowAwaitedImage(std::unique_ptr<TImage> image);
+    void ShowAwaitedProblem(TLoadProblem problem);
     void CacheImage(std::unique_ptr<TImage> image);
     void DeferLaunch(int32 delta);
     void SendHistoryRqtd(uint32 what, const entry_ref& ref);
@@ -207,13 +234,14 @@ private:
     std::unique_ptr<BBitmap> fOffscreenBitmap;
     BView* fOffscreenView = nullptr;  // belongs to the bitmap
 
-    BTranslatorRoster fRoster;
     std::unique_ptr<TImage> fCurrentImage;
     std::array<std::unique_ptr<TImage>, 2> fCache;  // by slot
-    bigtime_t fDisplayStamp = 0;                    // end of the last attempt to load an image here
+    bigtime_t fDisplayStamp = 0;  // end of the last load that the user had to wait for
+    TForegroundLoad fForeground;
+    TMessageBand fMessage;
 
-    std::vector<std::unique_ptr<TLoadThread>> fLoadThreads;  // started, not reported yet
-    thread_id fAwaitedThread = 0;                            // its image is to be shown; 0 for none
+    std::vector<LoaderPtr> fLoadThreads;        // started, not reported yet
+    thread_id fAwaitedThread = 0;               // its image is to be shown; 0 for none
     std::array<std::string, 2> fNothingBeside;  // by slot: the path whose neighbour is not there
     std::unique_ptr<BMessageRunner> fRetryRunner;
 

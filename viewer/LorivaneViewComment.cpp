@@ -46,8 +46,9 @@ void TLorivaneView::DrawProgressString() {
     Window()->UpdateIfNeeded();
 }
 
+// While one waits for an image the progress text stands there.
 void TLorivaneView::ReloadComment() {
-    if (!fCurrentImage)
+    if (!fCurrentImage || fForeground.IsDecoding())
         return;
     (void)fCurrentImage->Comment()->Load(fCurrentImage->FileName());
     TellPicture();
@@ -55,6 +56,7 @@ void TLorivaneView::ReloadComment() {
 }
 
 void TLorivaneView::RenewCommentFont() {
+    RenewMessage();
     if (!fCurrentImage)
         return;
     fCurrentImage->Comment()->SetFont();

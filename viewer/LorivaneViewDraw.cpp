@@ -18,25 +18,26 @@ Extent TLorivaneView::ImageArea() const {
 // With a comment the two are put together off the screen, so that it is never seen half drawn.
 void TLorivaneView::Draw(BRect) {
     bool locked = fOffscreenBitmap && fOffscreenBitmap->Lock();
-    bool hasComment = fCurrentImage && fCurrentImage->Comment()->Image() != nullptr;
-    if (hasComment && fOffscreenView != nullptr) {
+    const bool hasBand = Band() != nullptr;
+    // Without an image it keeps a size from before.
+    if (hasBand && fCurrentImage && fOffscreenView != nullptr) {
         DrawImage(fOffscreenView);
-        DrawComment(fOffscreenView);
+        DrawBand(fOffscreenView);
         fOffscreenView->Sync();
         SetDrawingMode(B_OP_COPY);
         DrawBitmap(fOffscreenBitmap.get(), B_ORIGIN);
     } else {
         DrawImage(this);
         // Without the memory for the bitmap.
-        if (hasComment)
-            DrawComment(this);
+        if (hasBand)
+            DrawBand(this);
     }
     if (locked)
         fOffscreenBitmap->Unlock();
 }
 
-void TLorivaneView::DrawComment(BView* target) {
-    BBitmap* band = fCurrentImage->Comment()->Image();
+void TLorivaneView::DrawBand(BView* target) {
+    BBitmap* band = Band();
     target->SetDrawingMode(B_OP_ALPHA);
     target->DrawBitmap(band, CommentPoint(band->Bounds()));
 }
@@ -62,8 +63,10 @@ void TLorivaneView::DrawImage(BView* target) {
 
 void TLorivaneView::FrameResized(float width, float height) {
     NoticeEndOfFullScreen();
-    if (!fCurrentImage)
+    if (!fCurrentImage) {
+        RenewMessage();
         return;
+    }
     fCurrentImage->Resize(width, height - BarsHeight(false));
     int32 option = gPrefs.fDisplayOption;
     bool scrolls = option != kFitImageToWindow && option != kScaleImageToWindow;
@@ -75,6 +78,7 @@ void TLorivaneView::FrameResized(float width, float height) {
     if (scales)
         fStatusView->SetScale(fCurrentImage.get());
     LayOutComment();
+    RenewMessage();
     ResizeOffscreen();
     Invalidate();
 }
@@ -93,6 +97,7 @@ void TLorivaneView::ResizeOffscreen() {
 }
 
 void TLorivaneView::PrefColChanged() {
+    RenewMessage();
     if (!fCurrentImage)
         return;
     fCurrentImage->Draw();

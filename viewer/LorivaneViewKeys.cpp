@@ -59,6 +59,7 @@ Action action_with(const KeyActions& actions, uint32 held) {
 }  // namespace
 
 void TLorivaneView::KeyDown(const char* bytes, int32 numBytes) {
+    TakeMessageAway();
     BMessage* message = Window()->CurrentMessage();
     int32 key = 0;
     if (message == nullptr || message->FindInt32("raw_char", &key) != B_OK) {

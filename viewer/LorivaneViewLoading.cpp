@@ -45,7 +45,7 @@ status_t TLorivaneView::LaunchLoadThread(int32 delta) {
         return B_ERROR;
     if (FindLoader(step) != nullptr || fNothingBeside[SlotOf(step)] == path)
         return B_ERROR;
-    fLoadThreads.push_back(std::make_unique<TLoadThread>(SharedNames(), index, step,
+    fLoadThreads.push_back(TLoadThread::Ahead(SharedNames(), index, step,
         step > 0 ? path : std::string(), step > 0 ? std::string() : path, this));
     ResumeLoadThreads();
     return B_OK;
@@ -68,7 +68,7 @@ void TLorivaneView::DeferLaunch(int32 delta) {
 status_t TLorivaneView::LaunchLoadThreadRqtd(BMessage* message) {
     int32 delta = 0;
     status_t status = message->FindInt32(kFieldDelta, &delta);
-    if (status != B_OK)
+    if (status != B_OK || HoldWhileLoading(*message))
         return status;
     fRetryRunner.reset();
     return LaunchLoadThread(delta);
@@ -78,8 +78,14 @@ void TLorivaneView::ImageLoaded(BMessage* message) {
     int32 thread = 0;
     if (message->FindInt32(kFieldThread, &thread) != B_OK)
         return;
+    if (fForeground.IsBy(thread)) {
+        ForegroundLoaded();
+        return;
+    }
+    if (HoldWhileLoading(*message))
+        return;
     bool awaited = thread == fAwaitedThread;
-    std::unique_ptr<TLoadThread> loader = TakeLoader(thread);
+    LoaderPtr loader = TakeLoader(thread);
     if (!loader)
         return;
     std::unique_ptr<TImage> image = loader->TakeImage();
@@ -94,7 +100,12 @@ void TLorivaneView::ImageLoaded(BMessage* message) {
     }
     if (awaited) {
         fAwaitedThread = 0;
-        ShowAwaitedImage(std::move(image));
+        if (image) {
+            ShowAwaitedImage(std::move(image));
+        } else {
+            ShowNothing();
+            ShowAwaitedProblem(loader->Problem());
+        }
     } else if (image) {
         CacheImage(std::move(image));
     }
@@ -105,10 +116,6 @@ void TLorivaneView::ImageLoaded(BMessage* message) {
 }
 
 void TLorivaneView::ShowAwaitedImage(std::unique_ptr<TImage> image) {
-    if (!image) {
-        ShowNothing();
-        return;
-    }
     int32 delta = image->IsBeside(CurrentPath(), -1) ? -1 : 1;
     std::string from = CurrentPath();
     ResetScrollValues();
@@ -117,6 +124,13 @@ void TLorivaneView::ShowAwaitedImage(std::unique_ptr<TImage> image) {
     LinkNeighbours(delta, from);
     DisplayCurrentImage();
     LaunchLoadThread(delta);
+}
+
+// There is nothing to tell of a loader that has come to the end of the list but that.
+void TLorivaneView::ShowAwaitedProblem(TLoadProblem problem) {
+    if (problem.reason == TLoadProblem::kNone)
+        problem = {TLoadProblem::kNoFurtherImage, CurrentPath(), ""};
+    ShowProblem(problem);
 }
 
 // Keeps the image as a neighbour, or drops it when the user has moved on. It is scaled now, so
@@ -134,7 +148,8 @@ void TLorivaneView::CacheImage(std::unique_ptr<TImage> image) {
 bool TLorivaneView::IsCacheHit(uint32 index, int32* slot) const {
     for (int32 candidate : {kPrevSlot, kNextSlot}) {
         const TImage* image = fCache[candidate].get();
-        if (image != nullptr && index < Count() && image->FileName() == Names()[index]) {
+        if (image != nullptr && index < Count() && image->FileName() == Names()[index] &&
+            image->IsUpToDate()) {
             *slot = candidate;
             return true;
         }
@@ -164,11 +179,12 @@ TLoadThread* TLorivaneView::FindLoader(int32 delta) const {
     return nullptr;
 }
 
-std::unique_ptr<TLoadThread> TLorivaneView::TakeLoader(thread_id thread) {
-    auto found = std::ranges::find(fLoadThreads, thread, &TLoadThread::ThreadID);
+LoaderPtr TLorivaneView::TakeLoader(thread_id thread) {
+    auto found = std::ranges::find(
+        fLoadThreads, thread, [](const LoaderPtr& loader) { return loader->ThreadID(); });
     if (found == fLoadThreads.end())
         return nullptr;
-    std::unique_ptr<TLoadThread> loader = std::move(*found);
+    LoaderPtr loader = std::move(*found);
     fLoadThreads.erase(found);
     return loader;
 }
@@ -189,6 +205,8 @@ void TLorivaneView::ResumeLoadThreads() {
 }
 
 void TLorivaneView::PrefEnablePreloadChanged() {
+    if (HoldWhileLoading(BMessage(kPrefEnablePreload)))
+        return;
     if (!gPrefs.fEnablePreload)
         ClearCaches();
     else

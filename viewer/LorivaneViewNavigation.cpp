@@ -18,6 +18,21 @@
 
 namespace {
 
+/// Why the entry that was handed in, or its folder, cannot be shown; its path in any case.
+/// @param listed what listing the folder gave
+TLoadProblem problem_of_entry(const entry_ref& ref, status_t listed) {
+    const BEntry entry(&ref);
+    struct stat status = {};
+    const status_t found =
+        entry.InitCheck() == B_OK ? entry.GetStat(&status) : entry.InitCheck();
+    std::string path = ref.folder() + "/" + (ref.name != nullptr ? ref.name : "");
+    if (found != B_OK)
+        return problem_with(path, found);
+    if (listed == B_OK)
+        return {TLoadProblem::kNone, path, ""};
+    return {TLoadProblem::kUnreadableFolder, entry.IsDirectory() ? path : ref.folder(), ""};
+}
+
 /// Whether an entry of the menu of recent files sent it. What else is handed in from within the
 /// program was chosen in its file panel, whose buttons answer to letters with the same key held.
 bool is_from_menu(const BMessage& message) {
@@ -45,32 +60,64 @@ void TLorivaneView::RefsReceived(BMessage* message) {
             SendRemoveHistoryRqtd(ref);
         return;
     }
-    SetFolder(ref);
-    SendAddHistoryRqtd(ref);
+    AbandonForeground();
+    SetFolder(ref, [this, ref](const TLoadOutcome&) { SendAddHistoryRqtd(ref); });
 }
 
-void TLorivaneView::SetFolder(const entry_ref& ref) {
+void TLorivaneView::SetFolder(const entry_ref& ref, const TForegroundLoad::Continuation& then) {
     BEntry entry(&ref);
+    const bool isFolder = entry.IsDirectory();
     BEntry folder = entry;
-    if (!entry.IsDirectory())
+    if (!isFolder)
         entry.GetParent(&folder);
     std::shared_ptr<const NameList> oldNames = SharedNames();
-    ListFolder(folder);
+    const status_t listed = ListFolder(folder);
     if (SharedNames() != oldNames)
-        ClearCaches();
+        RenumberImages();
+    DropOutdatedNeighbours();
     fNothingBeside = {};
     fAwaitedThread = 0;
 
+    const TLoadProblem problem = problem_of_entry(ref, listed);
+    auto finish = [this, isFolder, problem, then](TLoadOutcome outcome) {
+        if (problem.reason != TLoadProblem::kNone)
+            outcome.problem = problem;
+        else if (isFolder && outcome.end != TLoadOutcome::kShown && !outcome.problem.IsOfImage())
+            outcome.problem = {TLoadProblem::kNoImageInFolder, problem.path, ""};
+        if (outcome.end != TLoadOutcome::kAbandoned) {
+            ShowProblem(outcome.problem);
+            LaunchLoadThread();
+        }
+        if (then)
+            then(outcome);
+    };
     BPath path;
-    uint32 index = entry.GetPath(&path) == B_OK ? IndexOf(path.Path()) : kNoIndex;
-    if (index != kNoIndex) {
-        SetCurrentImage(index, nullptr);
-    } else if (SetCurrentImage(0, nullptr) != B_OK) {
-        translator_info info;
-        if (GetNextImageIndex(&index, &fRoster, &info) == B_OK)
-            SetCurrentImage(index, &info);
+    const uint32 index = entry.GetPath(&path) == B_OK ? IndexOf(path.Path()) : kNoIndex;
+    if (index != kNoIndex)
+        SetCurrentImage(index, finish);
+    else
+        ShowFirstFrom(0, finish);
+}
+
+// After another listing each image has the place that its file has now, and no neighbours that
+// nobody has looked for. Nothing is kept whose file is not among the names.
+void TLorivaneView::RenumberImages() {
+    for (std::unique_ptr<TImage>* image :
+        {&fCurrentImage, &fCache[kPrevSlot], &fCache[kNextSlot]}) {
+        if (!*image)
+            continue;
+        (*image)->SetIndex(IndexOf((*image)->FileName()));
+        (*image)->Unlink();
+        if (*image != fCurrentImage && (*image)->Index() == kNoIndex)
+            image->reset();
     }
-    LaunchLoadThread();
+}
+
+void TLorivaneView::DropOutdatedNeighbours() {
+    for (auto& image : fCache) {
+        if (image && !image->IsUpToDate())
+            image.reset();
+    }
 }
 
 // A command that was queued while an image was loading is dropped, with all keys and wheel events
@@ -85,45 +132,6 @@ bool TLorivaneView::ShouldSkip() {
         return false;
     RemoveScrollMessages();
     return true;
-}
-
-status_t TLorivaneView::SetCurrentImage(uint32 index, const translator_info* info) {
-    if (ShouldSkip())
-        return B_ERROR;
-    ResetScrollValues();
-    if (index >= Count()) {
-        ShowNothing();
-        ResumeLoadThreads();
-        fDisplayStamp = system_time();
-        return B_ERROR;
-    }
-    fCurrentIndex = index;
-    DrawProgressString();
-    std::unique_ptr<TImage> image = DecodeImage(CurrentPath(), info);
-    if (!image) {
-        // The image that stays gets its own comment back.
-        ReloadComment();
-        return B_ERROR;
-    }
-    image->SetIndex(index);
-    // What is dropped is deleted when the new image is on the screen already.
-    std::unique_ptr<TImage> dropped = ReplaceCurrentImage(std::move(image), kPrevSlot);
-    DisplayCurrentImage();
-    fDisplayStamp = system_time();
-    return B_OK;
-}
-
-// Null when it is no image or cannot be decoded.
-std::unique_ptr<TImage> TLorivaneView::DecodeImage(
-    const std::string& path, const translator_info* info) {
-    translator_info identified;
-    if (info == nullptr) {
-        if (!IsImage(path, &fRoster, &identified))
-            return nullptr;
-        info = &identified;
-    }
-    auto image = std::make_unique<TImage>(path, &fRoster, *info);
-    return image->InitCheck() == B_OK ? std::move(image) : nullptr;
 }
 
 void TLorivaneView::SetCurrentImageFromCache(int32 slot) {
@@ -141,6 +149,9 @@ std::unique_ptr<TImage> TLorivaneView::ReplaceCurrentImage(
     fCache[oldSlot] = std::move(fCurrentImage);
     fCurrentImage = std::move(image);
     fAwaitedThread = 0;
+    // The image of another folder is no neighbour.
+    if (fCache[oldSlot] && fCache[oldSlot]->Index() == kNoIndex)
+        dropped = std::move(fCache[oldSlot]);
     return dropped;
 }
 
@@ -153,7 +164,7 @@ void TLorivaneView::SetPrevImage() {
 }
 
 void TLorivaneView::StepImage(int32 delta) {
-    if (ShouldSkip())
+    if (ShouldSkip() || HoldWhileLoading(BMessage(delta > 0 ? kMsgNextImage : kMsgPrevImage)))
         return;
     if (StepToNeighbour(delta)) {
         LaunchLoadThread(delta);
@@ -168,20 +179,16 @@ void TLorivaneView::StepImage(int32 delta) {
         return;
     }
     SuspendLoadThreads();
-    uint32 index = kNoIndex;
-    translator_info info;
-    if (FindImageBeside(delta, &index, &info) != B_OK)
-        return;
-    std::string from = CurrentPath();
-    int32 slot = 0;
-    bool shown = true;
-    if (IsCacheHit(index, &slot))
-        SetCurrentImageFromCache(slot);
-    else
-        shown = SetCurrentImage(index, &info) == B_OK;
-    if (shown)
-        LinkNeighbours(delta, from);
-    LaunchLoadThread(delta);
+    const std::string from = CurrentPath();
+    SearchAndShow(fCurrentIndex + static_cast<uint32>(delta), delta,
+        [this, delta, from](const TLoadOutcome& outcome) {
+            if (outcome.end == TLoadOutcome::kShown)
+                LinkNeighbours(delta, from);
+            else if (outcome.end != TLoadOutcome::kFailed)
+                return;
+            ShowProblem(outcome.problem);
+            LaunchLoadThread(delta);
+        });
 }
 
 // Shows the cached image that was decoded as the neighbour of the current one.
@@ -191,16 +198,15 @@ bool TLorivaneView::StepToNeighbour(int32 delta) {
         const TImage* image = fCache[slot].get();
         if (image == nullptr || !image->IsBeside(from, delta))
             continue;
+        if (!image->IsUpToDate()) {
+            fCache[slot].reset();
+            continue;
+        }
         SetCurrentImageFromCache(slot);
         LinkNeighbours(delta, from);
         return true;
     }
     return false;
-}
-
-status_t TLorivaneView::FindImageBeside(int32 delta, uint32* index, translator_info* info) {
-    return delta > 0 ? GetNextImageIndex(index, &fRoster, info)
-                     : GetPrevImageIndex(index, &fRoster, info);
 }
 
 // After a step, makes the image that was left a valid neighbour of the one shown, on the side it
@@ -223,12 +229,14 @@ void TLorivaneView::LinkNeighbours(int32 delta, const std::string& from) {
 }
 
 void TLorivaneView::SetFirstImage() {
-    JumpToImage(0, 1);
+    if (!HoldWhileLoading(BMessage(kMsgFirstImage)))
+        JumpToImage(0, 1);
 }
 
 // Where the last entry is no image nothing is found behind it, and the image stays.
 void TLorivaneView::SetLastImage() {
-    JumpToImage(Count() - 1, -1);
+    if (!HoldWhileLoading(BMessage(kMsgLastImage)))
+        JumpToImage(Count() - 1, -1);
 }
 
 // Nothing is loaded ahead after a jump to the very entry: the user may jump back.
@@ -242,16 +250,18 @@ void TLorivaneView::JumpToImage(uint32 index, int32 preloadDelta) {
         return;
     }
     SuspendLoadThreads();
-    if (SetCurrentImage(index, nullptr) == B_OK)
-        return;
-    translator_info info;
-    if (GetNextImageIndex(&index, &fRoster, &info) != B_OK)
-        return;
-    SetCurrentImage(index, &info);
-    LaunchLoadThread(preloadDelta);
+    ShowFirstFrom(index, [this, index, preloadDelta](const TLoadOutcome& outcome) {
+        if (outcome.end == TLoadOutcome::kAbandoned)
+            return;
+        if (outcome.problem.IsOfImage())
+            ShowProblem(outcome.problem);
+        if (fCurrentIndex != index && outcome.end != TLoadOutcome::kNothingFound)
+            LaunchLoadThread(preloadDelta);
+    });
 }
 
 void TLorivaneView::DisplayCurrentImage() {
+    fMessage.Clear();
     fCurrentImage->Comment()->Clear();
     HideScrollBars();
     ScaleToView(fCurrentImage.get());

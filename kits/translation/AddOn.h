@@ -15,7 +15,7 @@
 namespace BPrivate::AddOn {
 
 /// Raised with every change of what is declared here; an add-on of another version is not used.
-constexpr uint32 kInterfaceVersion = 1;
+constexpr uint32 kInterfaceVersion = 2;
 
 /// The bytes of a file.
 class Source {
@@ -42,6 +42,7 @@ struct Format {
 /// Why something failed: a status and one sentence in English for whoever looks into it.
 struct Problem {
     status_t status = B_OK;
+    bool incomplete = false;  ///< the file ends before the picture does
     char text[200] = {};
 };
 

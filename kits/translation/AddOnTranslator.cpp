@@ -3,6 +3,7 @@
 #include "kits/interface/BitmapAccess.h"
 #include "kits/translation/ImageLimits.h"
 #include <algorithm>
+#include <app/Message.h>
 #include <cstdio>
 #include <cstring>
 #include <interface/Bitmap.h>
@@ -46,6 +47,13 @@ private:
 template <size_t N>
 void CopyString(char (&to)[N], const char* from) {
     snprintf(to, N, "%s", from);
+}
+
+void Explain(const AddOn::Problem& problem, BMessage* extension) {
+    if (extension == nullptr)
+        return;
+    (void)extension->AddString(B_TRANSLATOR_EXT_PROBLEM, problem.text);
+    (void)extension->AddBool(B_TRANSLATOR_EXT_INCOMPLETE, problem.incomplete);
 }
 
 }  // namespace
@@ -115,8 +123,8 @@ status_t AddOnTranslator::Identify(BPositionIO* source, const translation_format
     return B_OK;
 }
 
-status_t AddOnTranslator::Translate(BPositionIO* source, const translator_info*, BMessage*,
-    uint32 outType, BPositionIO* destination) {
+status_t AddOnTranslator::Translate(BPositionIO* source, const translator_info*,
+    BMessage* ioExtension, uint32 outType, BPositionIO* destination) {
     if (outType != 0 && outType != B_TRANSLATOR_BITMAP)
         return B_NO_TRANSLATOR;
     AddOn::Translator* translator = fModule.Load();
@@ -125,8 +133,10 @@ status_t AddOnTranslator::Translate(BPositionIO* source, const translator_info*,
     IOSource file(*source);
     AddOn::Problem problem;
     std::unique_ptr<BBitmap> bitmap;
-    if (status_t status = DecodeBitmap(*translator, file, &bitmap, &problem); status != B_OK)
+    if (status_t status = DecodeBitmap(*translator, file, &bitmap, &problem); status != B_OK) {
+        Explain(problem, ioExtension);
         return status;
+    }
     if (auto* stream = dynamic_cast<BBitmapStream*>(destination)) {
         stream->Adopt(std::move(bitmap));
         return B_OK;

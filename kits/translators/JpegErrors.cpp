@@ -50,6 +50,10 @@ JpegErrors::JpegErrors() : problem(nullptr) {
     manager.output_message = [](j_common_ptr) {};
 }
 
+void SetJpegIncomplete(j_common_ptr jpeg, bool incomplete) {
+    Errors(jpeg).problem->incomplete = incomplete;
+}
+
 void StopJpeg(j_common_ptr jpeg, status_t status, const char* text) {
     JpegErrors& errors = Errors(jpeg);
     Fail(errors.problem, status, "%s", text);

@@ -23,4 +23,7 @@ struct JpegErrors {
 /// Ends the present call of libjpeg with a problem of our own.
 [[noreturn]] void StopJpeg(j_common_ptr jpeg, status_t status, const char* text);
 
+/// Notes whether the file ended too early, for the problem that is about to be told.
+void SetJpegIncomplete(j_common_ptr jpeg, bool incomplete);
+
 }  // namespace BPrivate::AddOn

@@ -18,6 +18,7 @@ boolean JpegSource::Fill(j_decompress_ptr jpeg) {
     JpegSource& self = Of(jpeg);
     const int64 bytes = self.fSource.ReadAt(self.fOffset, self.fBuffer, kBufferSize);
     if (bytes <= 0) {
+        SetJpegIncomplete(reinterpret_cast<j_common_ptr>(jpeg), bytes == 0);
         StopJpeg(reinterpret_cast<j_common_ptr>(jpeg), bytes < 0 ? status_t(bytes) : B_BAD_DATA,
             bytes < 0 ? "the file cannot be read" : "the file ends before the picture does");
     }

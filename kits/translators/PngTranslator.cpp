@@ -69,7 +69,8 @@ void PngDecoder::Read(png_structp png, png_bytep buffer, size_t size) {
         self.fProblem->status = status_t(bytes);
         png_error(png, "the file cannot be read");
     }
-    if (size_t(bytes) < size)
+    self.fProblem->incomplete = size_t(bytes) < size;
+    if (self.fProblem->incomplete)
         png_error(png, "the file ends before the picture does");
     self.fOffset += bytes;
 }

@@ -17,4 +17,10 @@ namespace BPrivate::AddOn {
     return status;
 }
 
+/// The file ends before the picture does.
+inline status_t FailIncomplete(Problem* problem) {
+    problem->incomplete = true;
+    return Fail(problem, B_BAD_DATA, "the file ends before the picture does");
+}
+
 }  // namespace BPrivate::AddOn

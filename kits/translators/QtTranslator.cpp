@@ -42,7 +42,7 @@ status_t QtDecoder::ReadHeader(uint64 memoryBudget, Problem* problem) {
     if (fFormat.isEmpty())
         return Fail(problem, B_NO_TRANSLATOR, "the format is not known");
     if (!IsComplete(std::string_view(fFormat.data(), size_t(fFormat.size())), fSource))
-        return Fail(problem, B_BAD_DATA, "the file ends before the picture does");
+        return FailIncomplete(problem);
     if (fFormat.startsWith("svg")) {
         if (status_t status = ReadSvg(fSource, &fText, problem); status != B_OK)
             return status;

@@ -316,6 +316,42 @@
         <translation>Die Programmdatei ist möglicherweise beschädigt. Bitte installieren Sie das Programm neu.</translation>
     </message>
     <message>
+        <source>@Err_Image_Is_Damaged %FileName%@</source>
+        <translation>„%FileName%“ kann nicht angezeigt werden: Die Datei ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>@Err_Image_Is_Incomplete %FileName%@</source>
+        <translation>„%FileName%“ kann nicht angezeigt werden: Die Datei ist unvollständig.</translation>
+    </message>
+    <message>
+        <source>@Err_Image_Is_Too_Large %FileName%@</source>
+        <translation>„%FileName%“ kann nicht angezeigt werden: Das Bild ist zu groß für den Speicher.</translation>
+    </message>
+    <message>
+        <source>@Err_No_Known_Image %FileName%@</source>
+        <translation>„%FileName%“ ist kein Bild in einem bekannten Format.</translation>
+    </message>
+    <message>
+        <source>@Err_File_Cannot_Be_Read %FileName%@</source>
+        <translation>„%FileName%“ kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>@Err_File_Is_Gone %FileName%@</source>
+        <translation>„%FileName%“ ist nicht mehr vorhanden.</translation>
+    </message>
+    <message>
+        <source>@Err_No_Further_Image %FileName%@</source>
+        <translation>Neben „%FileName%“ gibt es kein weiteres Bild.</translation>
+    </message>
+    <message>
+        <source>@Err_No_Image_In_Folder %FileName%@</source>
+        <translation>Im Ordner „%FileName%“ sind keine Bilder.</translation>
+    </message>
+    <message>
+        <source>@Err_Folder_Cannot_Be_Read %FileName%@</source>
+        <translation>Der Ordner „%FileName%“ kann nicht gelesen werden.</translation>
+    </message>
+    <message>
         <source>@Ask_Del_One_MRUF %FileName%@</source>
         <translation>„%FileName%“ aus der Liste der zuletzt verwendeten Dateien entfernen?
 Die Datei selbst wird nicht gelöscht.</translation>

@@ -316,6 +316,42 @@
         <translation>プログラムファイルが壊れている可能性があります。インストールし直してください。</translation>
     </message>
     <message>
+        <source>@Err_Image_Is_Damaged %FileName%@</source>
+        <translation>「%FileName%」を表示できません。ファイルが壊れています。</translation>
+    </message>
+    <message>
+        <source>@Err_Image_Is_Incomplete %FileName%@</source>
+        <translation>「%FileName%」を表示できません。ファイルが途中で切れています。</translation>
+    </message>
+    <message>
+        <source>@Err_Image_Is_Too_Large %FileName%@</source>
+        <translation>「%FileName%」を表示できません。画像が大きすぎてメモリが足りません。</translation>
+    </message>
+    <message>
+        <source>@Err_No_Known_Image %FileName%@</source>
+        <translation>「%FileName%」は対応している形式の画像ではありません。</translation>
+    </message>
+    <message>
+        <source>@Err_File_Cannot_Be_Read %FileName%@</source>
+        <translation>「%FileName%」を読み込めません。</translation>
+    </message>
+    <message>
+        <source>@Err_File_Is_Gone %FileName%@</source>
+        <translation>「%FileName%」は見つかりません。</translation>
+    </message>
+    <message>
+        <source>@Err_No_Further_Image %FileName%@</source>
+        <translation>「%FileName%」の先に画像はありません。</translation>
+    </message>
+    <message>
+        <source>@Err_No_Image_In_Folder %FileName%@</source>
+        <translation>フォルダー「%FileName%」には画像がありません。</translation>
+    </message>
+    <message>
+        <source>@Err_Folder_Cannot_Be_Read %FileName%@</source>
+        <translation>フォルダー「%FileName%」を読み込めません。</translation>
+    </message>
+    <message>
         <source>@Ask_Del_One_MRUF %FileName%@</source>
         <translation>最近使ったファイルの履歴から「%FileName%」を消去しますか?
 ファイル自体は削除されません。</translation>

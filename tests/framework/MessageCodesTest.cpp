@@ -27,6 +27,7 @@ constexpr CodeCase kOwnCodes[] = {
     {kMsgToggleComment, "encm"},
     {kMsgToggleFullScreen, "flsc"},
     {kMsgImageLoaded, "imld"},
+    {kMsgImageFound, "imfd"},
     {kMsgRetryLoad, "lltr"},
     {kMsgAddHistory, "_ahr"},
     {kMsgRemoveHistory, "_rhr"},

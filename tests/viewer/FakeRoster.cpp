@@ -1,5 +1,6 @@
 #include "tests/viewer/FakeRoster.h"
 
+#include <app/Message.h>
 #include <condition_variable>
 #include <cstring>
 #include <interface/Bitmap.h>
@@ -149,8 +150,8 @@ status_t BTranslatorRoster::Identify(
     return B_OK;
 }
 
-status_t BTranslatorRoster::Translate(BPositionIO* source, const translator_info* info, BMessage*,
-    BPositionIO* destination, uint32, uint32, const char*) {
+status_t BTranslatorRoster::Translate(BPositionIO* source, const translator_info* info,
+    BMessage* ioExtension, BPositionIO* destination, uint32, uint32, const char*) {
     fake::Header header;
     if (info == nullptr || info->translator != 1 || !fake::ReadHeader(source, &header))
         return B_NO_TRANSLATOR;
@@ -163,8 +164,11 @@ status_t BTranslatorRoster::Translate(BPositionIO* source, const translator_info
         state.changed.wait(lock, [&] { return !state.held.contains(header.name); });
         state.waiting.erase(waiting);
     }
-    if (header.broken)
-        return B_BAD_DATA;
+    if (header.broken) {
+        ioExtension->AddString(B_TRANSLATOR_EXT_PROBLEM, "the test says so");
+        ioExtension->AddBool(B_TRANSLATOR_EXT_INCOMPLETE, header.name == "incomplete");
+        return header.name == "huge" ? B_NO_MEMORY : B_BAD_DATA;
+    }
     auto bitmap = std::make_unique<BBitmap>(
         BRect(0, 0, static_cast<float>(header.width - 1), static_cast<float>(header.height - 1)),
         B_RGBA32);

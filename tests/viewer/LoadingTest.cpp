@@ -1,8 +1,6 @@
 #include <app/MessageFilter.h>
 #include <kernel/OS.h>
 
-#include <thread>
-
 #include "framework/MessageCodes.h"
 #include "tests/viewer/ViewerTest.h"
 
@@ -297,18 +295,14 @@ TEST_F(Loading, SurvivesTheViewsEndWhileALoaderDecodes) {
     Open("a");
     WaitForHeld("b");
     thread_id loader = find_thread("LoadThread_b");
-    // Released once the end of the view waits for it, which shows as its raised priority.
-    std::thread releaser([loader] {
-        recording::WaitFor([loader] {
-            thread_info info;
-            return get_thread_info(loader, &info) == B_OK && info.priority == 20;
-        });
-        fake::Release("b");
-    });
-    QuitWindow();
-    releaser.join();
+    QuitWindow();  // waits for nobody
+    EXPECT_TRUE(fake::IsHeld("b"));
+    EXPECT_EQ(TThread::CountAbandoned(), 1);
     thread_info info;
-    EXPECT_NE(get_thread_info(loader, &info), B_OK);
+    ASSERT_EQ(get_thread_info(loader, &info), B_OK);
+    EXPECT_EQ(info.priority, 1);
+    fake::Release("b");
+    EXPECT_TRUE(recording::WaitFor([&] { return get_thread_info(loader, &info) != B_OK; }));
 }
 
 TEST_F(Loading, SurvivesTheViewsEndWithAReportInTheQueue) {

@@ -15,7 +15,6 @@
 class ViewerTest : public WindowTest {
 protected:
     ViewerTest() { fake::ReleaseAll(); }
-    /// A loader still at work would be waited for.
     ~ViewerTest() override { fake::ReleaseAll(); }
 
     void WriteImage(const std::string& name, rgb_color color, int32 width = 40, int32 height = 30) {

@@ -45,6 +45,8 @@ WindowTest::~WindowTest() {
     recording::TheRecordingDisplay().SetModifiers(0);
     if (fWindow != nullptr)
         QuitWindow();
+    // What is decoded for nobody would be taken for lost by the sanitizers.
+    EXPECT_TRUE(recording::WaitFor([] { return TThread::CountAbandoned() == 0; }));
     gPrefs = TPrefs();
 }
 
@@ -94,6 +96,13 @@ void WindowTest::Do(const BMessage& message) {
 }
 
 void WindowTest::Settle() {
+    ASSERT_TRUE(recording::WaitFor([&] {
+        WaitForQueue();
+        return !Locked([&] { return fView->IsLoadingInForeground(); });
+    }));
+}
+
+void WindowTest::WaitForQueue() {
     BMessage echo(kEcho);
     BMessage reply;
     ASSERT_EQ(BMessenger(fView).SendMessage(&echo, &reply), B_OK);

@@ -69,8 +69,11 @@ protected:
     /// Posts and waits until it has been dealt with, and all that was queued before.
     void Do(uint32 command);
     void Do(const BMessage& message);
-    /// Waits until all that is queued has been dealt with.
+    /// Waits until all that is queued has been dealt with, and no image is decoded that is to be
+    /// shown.
     void Settle();
+    /// Waits until all that is queued has been dealt with.
+    void WaitForQueue();
     /// Waits until no loader runs.
     void WaitForLoaders();
     /// Runs the function in the window's lock.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <support/SupportDefs.h>
+#include <sys/stat.h>
 
-struct stat;
 struct node_ref;
 
 /// What is known of a file, folder or link without opening it. The functions that set something

@@ -23,6 +23,12 @@ struct translator_info {
     char MIME[251] = {};           ///< such as "image/jpeg"
 };
 
+/// What a translator tells of a failure in the message for extensions, where it is given one. Beyond
+/// the platform's interface: a string, one sentence in English for whoever looks into it;
+constexpr char B_TRANSLATOR_EXT_PROBLEM[] = "problem";
+/// and a bool, true when the file is sound as far as it goes, but ends too early.
+constexpr char B_TRANSLATOR_EXT_INCOMPLETE[] = "incomplete";
+
 /// A format that a translator reads or writes.
 struct translation_format {
     uint32 type;
