@@ -78,7 +78,7 @@ class Viewer:
     def __init__(self, test, arguments, environment, folder):
         self.test, self.screen = test, test.screen
         self.errors = tempfile.TemporaryFile()
-        self.process = subprocess.Popen([PROGRAM, *arguments], env=environment, cwd=folder,
+        self.process = subprocess.Popen([test.program, *arguments], env=environment, cwd=folder,
             stdin=subprocess.DEVNULL, stdout=self.errors, stderr=self.errors)
         self.window = x11.wait_for(self._first_window, "the viewer's window appears", 30)
 
@@ -193,6 +193,8 @@ class Viewer:
 
 class ViewerTest(unittest.TestCase):
     """Gives every test a folder for pictures, settings of its own and a screen."""
+
+    program = PROGRAM
 
     def setUp(self):
         self.screen = x11.Screen()
