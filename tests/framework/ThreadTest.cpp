@@ -164,6 +164,65 @@ TEST(Thread, MayBeDeletedAsSoonAsItIsSeenToHaveEnded) {
     }
 }
 
+TEST(Thread, IsLeftToItselfWhileItRuns) {
+    std::atomic<int> deleted = 0;
+    std::binary_semaphore begun(0);
+    std::binary_semaphore mayEnd(0);
+    std::atomic<bool> asked = false;
+    auto* thread = new TestThread(
+        [&](TestThread& self) {
+            begun.release();
+            mayEnd.acquire();
+            asked = self.IsTerminateRequested();
+            return 0;
+        },
+        &deleted);
+    const thread_id id = thread->ThreadID();
+    thread->Resume();
+    begun.acquire();
+    thread->Abandon();
+    EXPECT_EQ(deleted, 0);
+    EXPECT_EQ(TThread::CountAbandoned(), 1);
+    thread_info info;
+    ASSERT_EQ(get_thread_info(id, &info), B_OK);
+    EXPECT_EQ(info.priority, B_LOWEST_ACTIVE_PRIORITY);
+    mayEnd.release();
+    EXPECT_TRUE(eventually([] { return TThread::CountAbandoned() == 0; }));
+    EXPECT_EQ(deleted, 1);
+    EXPECT_TRUE(asked);
+}
+
+TEST(Thread, IsDeletedOnceWheneverItIsAbandoned) {
+    constexpr int kThreads = 500;
+    std::atomic<int> deleted = 0;
+    for (int i = 0; i < kThreads; i++) {
+        auto* thread = new TestThread([](TestThread&) { return 0; }, &deleted);
+        thread->Resume();
+        if (i % 3 == 0)
+            EXPECT_TRUE(eventually([&] { return thread->IsTerminated(); }));
+        else if (i % 3 == 1)
+            snooze(i);
+        thread->Abandon();
+    }
+    EXPECT_TRUE(eventually([] { return TThread::CountAbandoned() == 0; }));
+    EXPECT_EQ(deleted, kThreads);
+}
+
+TEST(Thread, IsDeletedWhenItIsAbandonedBeforeItRan) {
+    std::atomic<int> deleted = 0;
+    std::atomic<bool> ran = false;
+    auto* thread = new TestThread(
+        [&](TestThread&) {
+            ran = true;
+            return 0;
+        },
+        &deleted);
+    thread->Abandon();
+    EXPECT_EQ(deleted, 1);
+    EXPECT_EQ(TThread::CountAbandoned(), 0);
+    EXPECT_FALSE(ran);
+}
+
 TEST(Thread, HasANameAndAPriority) {
     TestThread thread([](TestThread&) { return 0; }, nullptr, "first", B_LOW_PRIORITY);
     thread_info info;

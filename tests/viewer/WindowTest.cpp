@@ -1,5 +1,7 @@
 #include "tests/viewer/WindowTest.h"
 
+#include <app/Application.h>
+#include <app/MessageQueue.h>
 #include <app/Messenger.h>
 #include <storage/Entry.h>
 
@@ -47,6 +49,9 @@ WindowTest::~WindowTest() {
         QuitWindow();
     // What is decoded for nobody would be taken for lost by the sanitizers.
     EXPECT_TRUE(recording::WaitFor([] { return TThread::CountAbandoned() == 0; }));
+    // What the view has sent to the application, which never runs.
+    while (std::unique_ptr<BMessage>(be_app->MessageQueue()->NextMessage())) {
+    }
     gPrefs = TPrefs();
 }
 

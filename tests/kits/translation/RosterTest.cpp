@@ -1,4 +1,5 @@
 #include "kits/interface/BitmapAccess.h"
+#include <app/Message.h>
 #include <atomic>
 #include <cstring>
 #include <dlfcn.h>
@@ -207,6 +208,25 @@ TEST(RosterTest, AFailedTranslationLeavesNothing) {
     BFile missing("/no/such/file", B_READ_ONLY);
     EXPECT_LT(roster.Translate(&missing, &info, nullptr, &stream, 'bits'), 0);
     EXPECT_EQ(Detach(stream), nullptr);
+}
+
+TEST(RosterTest, AFailedTranslationSaysWhy) {
+    BTranslatorRoster roster;
+    roster.AddTranslators();
+    const std::vector<uint8> whole = MakePng(20, 20);
+    std::vector<uint8> half(whole.begin(), whole.begin() + ptrdiff_t(whole.size() / 2));
+    std::vector<uint8> damaged = whole;
+    damaged[damaged.size() / 2] ^= 0xff;
+    for (const auto& [file, isIncomplete] : {std::pair(half, true), {damaged, false}}) {
+        const auto source = Open(file);
+        BBitmapStream stream;
+        BMessage explanation;
+        EXPECT_EQ(
+            roster.Translate(source.get(), nullptr, &explanation, &stream, B_TRANSLATOR_BITMAP),
+            B_BAD_DATA);
+        EXPECT_STRNE(explanation.GetString(B_TRANSLATOR_EXT_PROBLEM, ""), "");
+        EXPECT_EQ(explanation.GetBool(B_TRANSLATOR_EXT_INCOMPLETE, !isIncomplete), isIncomplete);
+    }
 }
 
 TEST(RosterTest, AHugeSizeIsAnErrorBeforeAnythingIsDecoded) {
