@@ -43,9 +43,6 @@ public:
     status_t GetImageIndex(
         uint32* index, BTranslatorRoster* roster, translator_info* info, int32 delta) const;
 
-    /// Whether both stem from the same listing of a folder.
-    bool SharesNamesWith(const TImageList& other) const { return fNames == other.fNames; }
-
 protected:
     uint32 Count() const { return static_cast<uint32>(fNames->size()); }
     const NameList& Names() const { return *fNames; }

@@ -89,10 +89,7 @@ void TLorivaneView::ImageLoaded(BMessage* message) {
     if (!loader)
         return;
     std::unique_ptr<TImage> image = loader->TakeImage();
-    if (!SharesNamesWith(*loader)) {
-        // Its index and its neighbours are those of another folder.
-        image.reset();
-    } else if (!image) {
+    if (!image) {
         for (int32 delta : {1, -1}) {
             if (loader->IsBeside(CurrentPath(), delta))
                 fNothingBeside[SlotOf(delta)] = CurrentPath();
@@ -173,7 +170,7 @@ bool TLorivaneView::IsLoading(uint32 index, TLoadThread** thread) const {
 TLoadThread* TLorivaneView::FindLoader(int32 delta) const {
     std::string path = CurrentPath();
     for (const auto& loader : fLoadThreads) {
-        if (SharesNamesWith(*loader) && loader->IsBeside(path, delta))
+        if (loader->IsBeside(path, delta))
             return loader.get();
     }
     return nullptr;

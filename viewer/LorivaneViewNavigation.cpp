@@ -23,8 +23,7 @@ namespace {
 TLoadProblem problem_of_entry(const entry_ref& ref, status_t listed) {
     const BEntry entry(&ref);
     struct stat status = {};
-    const status_t found =
-        entry.InitCheck() == B_OK ? entry.GetStat(&status) : entry.InitCheck();
+    const status_t found = entry.InitCheck() == B_OK ? entry.GetStat(&status) : entry.InitCheck();
     std::string path = ref.folder() + "/" + (ref.name != nullptr ? ref.name : "");
     if (found != B_OK)
         return problem_with(path, found);
@@ -60,11 +59,11 @@ void TLorivaneView::RefsReceived(BMessage* message) {
             SendRemoveHistoryRqtd(ref);
         return;
     }
-    AbandonForeground();
     SetFolder(ref, [this, ref](const TLoadOutcome&) { SendAddHistoryRqtd(ref); });
 }
 
 void TLorivaneView::SetFolder(const entry_ref& ref, const TForegroundLoad::Continuation& then) {
+    AbandonForeground();
     BEntry entry(&ref);
     const bool isFolder = entry.IsDirectory();
     BEntry folder = entry;
@@ -72,8 +71,11 @@ void TLorivaneView::SetFolder(const entry_ref& ref, const TForegroundLoad::Conti
         entry.GetParent(&folder);
     std::shared_ptr<const NameList> oldNames = SharedNames();
     const status_t listed = ListFolder(folder);
-    if (SharedNames() != oldNames)
+    if (SharedNames() != oldNames) {
         RenumberImages();
+        // What they load would have a place and neighbours of before.
+        fLoadThreads.clear();
+    }
     DropOutdatedNeighbours();
     fNothingBeside = {};
     fAwaitedThread = 0;

@@ -17,6 +17,7 @@ public:
     using TImageList::ListFolder;
     using TImageList::Names;
     using TImageList::PathAt;
+    using TImageList::SharedNames;
 };
 
 class ImageList : public testing::Test {
@@ -73,10 +74,10 @@ TEST_F(ImageList, KeepsItsNamesWhenTheyAreTheSame) {
     List();
     TestList copy = fList;
     List();
-    EXPECT_TRUE(fList.SharesNamesWith(copy));
+    EXPECT_EQ(fList.SharedNames(), copy.SharedNames());
     WriteImage("b");
     List();
-    EXPECT_FALSE(fList.SharesNamesWith(copy));
+    EXPECT_NE(fList.SharedNames(), copy.SharedNames());
     EXPECT_EQ(copy.Names().size(), 1U);
 }
 

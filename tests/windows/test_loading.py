@@ -130,6 +130,46 @@ class Loading(MenuTest):
         self.assert_clean(viewer)
 
 
+class Changes(ViewerTest):
+    """Files that come, go and change while their folder is looked through."""
+
+    def test_a_picture_kept_from_before_keeps_its_own_name(self):
+        for number in range(12):
+            self.picture(f"p{number:02}.png", color_of(number))
+        viewer = self.start("p05.png")
+        viewer.wait_shown("p05.png")
+        viewer.wait_centre(color_of(5))
+        for key, number in (("space", 6), ("BackSpace", 5)):
+            viewer.wait_idle()
+            viewer.key(key)
+            viewer.wait_shown(f"p{number:02}.png")
+            viewer.wait_centre(color_of(number))
+        viewer.wait_idle()
+        self.picture("p01b.png", color_of(20))
+        subprocess.run([PROGRAM, self.path("p06.png")], env=self.environment(), timeout=30,
+            check=True)
+        viewer.wait_shown("p06.png")
+        viewer.wait_centre(color_of(6))
+        for number in (5, 4):
+            viewer.wait_idle()
+            viewer.key("BackSpace")
+            viewer.wait_shown(f"p{number:02}.png")
+            viewer.wait_centre(color_of(number))
+        self.assert_clean(viewer)
+
+    def test_a_neighbour_that_was_edited_is_shown_as_it_is_now(self):
+        self.pictures(2)
+        viewer = self.start("p000.png")
+        viewer.wait_shown("p000.png")
+        viewer.wait_centre(color_of(0))
+        viewer.wait_idle()
+        self.picture("p001.png", color_of(7))
+        viewer.key("space")
+        viewer.wait_shown("p001.png")
+        viewer.wait_centre(color_of(7))
+        self.assert_clean(viewer)
+
+
 class Problems(ViewerTest):
     """The pictures' colours are dark: the band is as bright as its text."""
 

@@ -2,7 +2,7 @@
 // "SLOW WAIT": they are decoded for as long as they do. One that is overwritten with "SLOW SHOW"
 // becomes a picture of 320 by 240 pixels of one colour, with anything else a damaged one.
 
-#include "kits/translators/Problem.h"
+#include "kits/translation/AddOn.h"
 
 #include <cstring>
 #include <unistd.h>
@@ -31,7 +31,7 @@ public:
         while (BeginsWith(fSource, "SLOW WAIT"))
             usleep(kPause);
         if (!BeginsWith(fSource, "SLOW SHOW"))
-            return Fail(problem, B_BAD_DATA, "the test has made it so");
+            return problem->status = B_BAD_DATA;
         for (size_t y = 0; y < kSize.height; y++) {
             for (size_t x = 0; x < kSize.width; x++)
                 memcpy(bits + y * bytesPerRow + x * sizeof(kColor), kColor, sizeof(kColor));
