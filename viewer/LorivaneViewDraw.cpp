@@ -64,7 +64,10 @@ void TLorivaneView::DrawImage(BView* target) {
 void TLorivaneView::FrameResized(float width, float height) {
     NoticeEndOfFullScreen();
     if (!fCurrentImage) {
-        RenewMessage();
+        if (fMessage.IsShown()) {
+            RenewMessage();
+            Invalidate();  // where it stood is not known any more
+        }
         return;
     }
     fCurrentImage->Resize(width, height - BarsHeight(false));

@@ -231,20 +231,18 @@ void TLorivaneView::LinkNeighbours(int32 delta, const std::string& from) {
 }
 
 void TLorivaneView::SetFirstImage() {
-    if (!HoldWhileLoading(BMessage(kMsgFirstImage)))
+    if (!ShouldSkip() && !HoldWhileLoading(BMessage(kMsgFirstImage)))
         JumpToImage(0, 1);
 }
 
 // Where the last entry is no image nothing is found behind it, and the image stays.
 void TLorivaneView::SetLastImage() {
-    if (!HoldWhileLoading(BMessage(kMsgLastImage)))
+    if (!ShouldSkip() && !HoldWhileLoading(BMessage(kMsgLastImage)))
         JumpToImage(Count() - 1, -1);
 }
 
 // Nothing is loaded ahead after a jump to the very entry: the user may jump back.
 void TLorivaneView::JumpToImage(uint32 index, int32 preloadDelta) {
-    if (ShouldSkip())
-        return;
     int32 slot = 0;
     if (IsCacheHit(index, &slot)) {
         SetCurrentImageFromCache(slot);

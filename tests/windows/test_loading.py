@@ -194,14 +194,31 @@ class Problems(ViewerTest):
         self.assertEqual(viewer.said(), "")
         self.assert_clean(viewer)
 
+    def test_the_message_moves_with_the_edge_of_the_window(self):
+        self.broken("a.png")
+        viewer = self.start("a.png")
+        self.wait_band(viewer)
+        for place in ((300, 200, 520, 410), (300, 200, 610, 300)):
+            viewer.window.move_resize(*place)
+            x11.wait_for(lambda: viewer.window.frame() == place, "the window has its new size")
+
+            def rows_of_text():
+                return [number for number, row in enumerate(viewer.area_picture().rows())
+                    if max(row) > 150]
+
+            # One line of text, near the lower edge.
+            x11.wait_for(lambda: rows_of_text() and rows_of_text()[-1] - rows_of_text()[0] < 16
+                and viewer.image_area()[3] - rows_of_text()[-1] < 50, "the message stands below")
+        self.assert_clean(viewer)
+
     def test_a_broken_neighbour_is_named_over_the_picture(self):
         self.picture("a.png", (10, 20, 30))
         self.broken("b.png")
         viewer = self.start("a.png")
         viewer.wait_shown("a.png")
         viewer.wait_centre((10, 20, 30))
-        self.assertFalse(self.has_band(viewer))
-        viewer.wait_idle()
+        viewer.wait_settled()
+        self.wait_band(viewer, False)
         viewer.key("space")
         self.wait_band(viewer)
         viewer.key("BackSpace")
