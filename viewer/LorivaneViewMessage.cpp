@@ -29,6 +29,7 @@ void TLorivaneView::ShowProblem(const TLoadProblem& problem) {
     const BRect before = BandFrame();
     fMessage.Show(problem, BandWidth());
     InvalidateBand(before);
+    TellPicture();
 }
 
 void TLorivaneView::TakeMessageAway() {
@@ -37,6 +38,7 @@ void TLorivaneView::TakeMessageAway() {
     const BRect before = BandFrame();
     fMessage.Clear();
     InvalidateBand(before);
+    TellPicture();
 }
 
 // In another language, font or colour, or another width.
@@ -46,6 +48,7 @@ void TLorivaneView::RenewMessage() {
     const BRect before = BandFrame();
     fMessage.Renew(BandWidth());
     InvalidateBand(before);
+    TellPicture();
 }
 
 void TLorivaneView::InvalidateBand(BRect before) {

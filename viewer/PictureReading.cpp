@@ -29,15 +29,18 @@ std::string picture_description(const std::string& kind, BRect bounds, const std
     return comment.empty() ? description : description + ". " + beginning_of(comment);
 }
 
+// What is said in the picture's place is told in its place.
 void TLorivaneView::TellPicture() {
-    if (!fCurrentImage) {
-        set_accessible_name(this, nullptr);
-        return;
-    }
+    std::string name;
+    if (const TLoadProblem* problem = fMessage.Problem())
+        name = problem_text(*problem);
+    else if (fCurrentImage)
+        name = extract_file_name(fCurrentImage->FileName());
     // The name last: it is what is announced.
-    set_accessible_description(this,
-        picture_description(fCurrentImage->Kind(), fCurrentImage->OrgImage()->Bounds(),
-            fCurrentImage->Comment()->Text())
-            .c_str());
-    set_accessible_name(this, extract_file_name(fCurrentImage->FileName()).c_str());
+    if (fCurrentImage)
+        set_accessible_description(this,
+            picture_description(fCurrentImage->Kind(), fCurrentImage->OrgImage()->Bounds(),
+                fCurrentImage->Comment()->Text())
+                .c_str());
+    set_accessible_name(this, name.empty() ? nullptr : name.c_str());
 }

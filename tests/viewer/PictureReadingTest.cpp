@@ -70,6 +70,17 @@ TEST_F(PictureReading, ACommentThatIsTurnedOffIsNotTold) {
     EXPECT_TRUE(Told().second.ends_with(". A comment")) << Told().second;
 }
 
+TEST_F(PictureReading, AMessageIsToldInThePicturesPlace) {
+    WriteImages({"a"});
+    WriteBrokenImage("b");
+    ShowWindow();
+    Open("b");
+    EXPECT_NE(Told().first.find("b"), std::string::npos);
+    EXPECT_GT(Told().first.size(), 10U) << Told().first;
+    Open("a");
+    EXPECT_EQ(Told().first, "a");
+}
+
 TEST_F(PictureReading, TheStatusBarSaysWhatItsTextsAre) {
     ShowWindow();
     EXPECT_EQ(StatusDescription("StrViewIdx"), "Position in Folder");
