@@ -1,4 +1,5 @@
 #include "app/LorivaneApp.h"
+#include "app/StartCheck.h"
 #include "app/Usage.h"
 #include "framework/AppPrivacy.h"
 #include "framework/Thread.h"
@@ -9,6 +10,7 @@
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
+#include <app/LaunchFiles.h>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -16,9 +18,15 @@
 #include <vector>
 
 int main(int argc, char** argv) {
-    const std::string text = text_asked_for(std::vector<std::string>(argv, argv + argc));
+    const std::vector<std::string> words(argv, argv + argc);
+    const std::string text = text_asked_for(words);
     if (!text.empty())
         return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+    const StartCheck check = check_start(find_launch_files(words));
+    for (const std::string& line : check.lines)
+        std::fprintf(stderr, "%s\n", line.c_str());
+    if (check.status != 0)
+        return check.status;
 
     gAppPrivacy.AnalyzeExePath(argv[0]);
 

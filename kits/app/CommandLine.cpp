@@ -1,9 +1,13 @@
 #include "kits/app/CommandLine.h"
 
+#include "kits/storage/FileUrl.h"
+
+#include <app/LaunchFiles.h>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <sys/stat.h>
@@ -43,9 +47,48 @@ size_t PrintableLength(std::string_view text) {
     return overlong || beyond || control ? 0 : length;
 }
 
-std::string FileError(const std::vector<std::string>& words, const std::string& path, int error) {
-    return ProgramName(words) + ": " + Printable(path) + ": " +
-        std::generic_category().message(error);
+bool Exists(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0;
+}
+
+// Applications do not follow links, so that a picture has its own name and its own neighbours. But
+// who names a link to a folder means what is in it.
+std::string WithoutLinkToFolder(std::string path) {
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        return path;
+    std::string link = path;
+    while (link.size() > 1 && link.back() == '/')
+        link.pop_back();  // behind a slash the link is followed already
+    if (lstat(link.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+        return path;
+    const std::unique_ptr<char, decltype(&std::free)> folder(
+        realpath(link.c_str(), nullptr), std::free);
+    return folder != nullptr ? folder.get() : path;
+}
+
+void FindFile(const std::string& word, const std::string& program, launch_files& files) {
+    std::string path = word;
+    // A file may be called as a URL is.
+    if (!Exists(word) && IsFileUrl(word)) {
+        const std::optional<std::string> named = PathOfFileUrl(word);
+        if (!named) {
+            files.errors.push_back(
+                program + Printable(word) + ": Not the address of a file on this computer");
+            return;
+        }
+        path = *named;
+    }
+    if (!Exists(path)) {
+        const int error = errno;
+        files.errors.push_back(
+            program + Printable(path) + ": " + std::generic_category().message(error));
+        return;
+    }
+    if (files.paths.empty())
+        files.firstName = Printable(path);
+    files.paths.push_back(WithoutLinkToFolder(path));
 }
 
 }  // namespace
@@ -68,26 +111,6 @@ void SetCommandLine(std::vector<std::string> words) {
     given.words = std::move(words);
 }
 
-CommandLineFiles FilesOfCommandLine(const std::vector<std::string>& words) {
-    CommandLineFiles files;
-    if (words.empty())
-        return files;
-    bool optionsEnded = false;
-    for (size_t i = 1; i < words.size(); ++i) {
-        const std::string& word = words[i];
-        struct stat status;
-        if (!optionsEnded && word == "--")
-            optionsEnded = true;
-        else if (!optionsEnded && word.starts_with('-'))
-            files.errors.push_back(ProgramName(words) + ": unknown option: " + Printable(word));
-        else if (stat(word.c_str(), &status) == 0)
-            files.paths.push_back(word);
-        else
-            files.errors.push_back(FileError(words, word, errno));
-    }
-    return files;
-}
-
 std::string ProgramName(const std::vector<std::string>& words) {
     return words.empty() ? "" : Printable(words[0].substr(words[0].rfind('/') + 1));
 }
@@ -108,3 +131,22 @@ std::string Printable(std::string_view text) {
 }
 
 }  // namespace BPrivate
+
+launch_files find_launch_files(const std::vector<std::string>& words) {
+    launch_files files;
+    const std::string program = BPrivate::ProgramName(words) + ": ";
+    bool optionsEnded = false;
+    for (size_t i = 1; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (!optionsEnded && word == "--") {
+            optionsEnded = true;
+        } else if (!optionsEnded && word.starts_with('-')) {
+            files.errors.push_back(program + "unknown option: " + BPrivate::Printable(word));
+            if (files.optionError.empty())
+                files.optionError = files.errors.back();
+        } else {
+            BPrivate::FindFile(word, program, files);
+        }
+    }
+    return files;
+}

@@ -12,16 +12,6 @@ std::vector<std::string> CommandLine();
 /// Takes the place of the process's own.
 void SetCommandLine(std::vector<std::string> words);
 
-/// What a command line asks for.
-struct CommandLineFiles {
-    std::vector<std::string> paths;   ///< those that exist, in order, as they were given
-    std::vector<std::string> errors;  ///< a line each for those that do not, without its end
-};
-
-/// Sorts the words into files and errors. A word that begins with '-' is an option, and there are
-/// none; after "--" every word is a file.
-CommandLineFiles FilesOfCommandLine(const std::vector<std::string>& words);
-
 /// The last part of the first word, as Printable() makes it.
 std::string ProgramName(const std::vector<std::string>& words);
 

@@ -9,6 +9,7 @@
 
 #include <app/AppDefs.h>
 #include <app/Application.h>
+#include <app/LaunchFiles.h>
 #include <app/Message.h>
 #include <app/Roster.h>
 #include <cstdio>
@@ -196,7 +197,7 @@ LaunchRequest launch_request_of_command_line() {
     request.words = CommandLine();
     std::error_code error;
     request.folder = std::filesystem::current_path(error).string();
-    CommandLineFiles files = FilesOfCommandLine(request.words);
+    launch_files files = find_launch_files(request.words);
     request.errors = std::move(files.errors);
     for (const std::string& path : files.paths) {
         // Without the folder, which was removed, a path that exists is absolute.

@@ -1,5 +1,6 @@
 #include "kits/translators/Completeness.h"
 #include "kits/translators/Problem.h"
+#include "kits/translators/QtChatter.h"
 #include "kits/translators/QtFormats.h"
 #include "kits/translators/QtSvg.h"
 #include <QBuffer>
@@ -39,6 +40,7 @@ private:
 
 status_t QtDecoder::ReadHeader(uint64 memoryBudget, Problem* problem) {
     fFormat = FindFormat(fSource);
+    QuietLibraryOf(fFormat);
     if (fFormat.isEmpty())
         return Fail(problem, B_NO_TRANSLATOR, "the format is not known");
     if (!IsComplete(std::string_view(fFormat.data(), size_t(fFormat.size())), fSource))
@@ -102,6 +104,7 @@ status_t QtDecoder::MakeSrgb(Problem* problem) {
 }
 
 status_t QtDecoder::Decode(uint8* bits, size_t bytesPerRow, Problem* problem) {
+    const QuietCodecs quiet;
     if (fImage.isNull()) {
         if (status_t status = ReadImage(problem); status != B_OK)
             return status;
@@ -123,6 +126,7 @@ public:
     int32 Version() const override { return 100; }
 
     status_t Identify(Source& source, Format* format) override {
+        const QuietCodecs quiet;
         const QByteArray name = FindFormat(source);
         if (name.isEmpty())
             return B_NO_TRANSLATOR;
@@ -139,6 +143,7 @@ public:
             QImageReader::setAllocationLimit(
                 int(std::clamp<uint64>(memoryBudget / 2 / kMegabyte, 64, 4096)));
         });
+        const QuietCodecs quiet;
         auto decoder = std::make_unique<QtDecoder>(source);
         if (decoder->ReadHeader(memoryBudget, problem) != B_OK)
             return nullptr;
