@@ -74,6 +74,42 @@ class Opening(ViewerTest):
         viewer.wait_centre(color_of(5))
         self.assert_clean(viewer)
 
+    def test_of_several_files_the_first_is_opened_and_the_terminal_is_told(self):
+        self.pictures(3)
+        viewer = self.start("p001.png", "p000.png", "p002.png")
+        viewer.wait_shown("p001.png")
+        self.assertEqual(viewer.close(), 0)
+        self.assertEqual(viewer.said(),
+            "lorivane: only the first of 3 files is opened: p001.png\n")
+
+    def test_the_address_of_a_file(self):
+        self.picture("b ä.png", color_of(4))
+        self.picture("a.png", color_of(5))
+        viewer = self.start("file://localhost" + self.path("b%20%C3%A4.png"))
+        viewer.wait_shown("b ä.png")
+        viewer.key("BackSpace")
+        viewer.wait_shown("a.png")
+        self.assert_clean(viewer)
+
+    def test_a_link_to_a_folder_opens_the_folder(self):
+        os.mkdir(self.path("real"))
+        self.picture("real/x.png", color_of(5))
+        self.picture("beside.png", color_of(6))
+        os.symlink("real", self.path("link"))
+        for name in ("link", "link/"):
+            viewer = self.start(name)
+            viewer.wait_shown("x.png")
+            viewer.wait_centre(color_of(5))
+            self.assert_clean(viewer)
+
+    def test_what_a_codec_remarks_stays_off_the_terminal(self):
+        self.write("odd.svg", b'<svg xmlns="http://www.w3.org/2000/svg" width="300" height="300">'
+            b'<rect width="300" height="300" fill="#c86432"/><image width="4" height="4"/></svg>')
+        viewer = self.start("odd.svg")
+        viewer.wait_shown("odd.svg")
+        viewer.wait_centre((200, 100, 50))
+        self.assert_clean(viewer)
+
     def test_every_sample_is_shown(self):
         viewer = self.start(SAMPLES)
         for name in ("01-sunset.jpg", "02-rings.jpg", "03-tower.jpg", "04-waves.jpg",

@@ -7,12 +7,12 @@ from viewer_test import PROGRAM, ViewerTest, color_of, main, x11
 
 
 class SingleLaunch(ViewerTest):
-    def start_again(self, *arguments, folder=None):
-        """A second start, which ends: what it wrote."""
+    def start_again(self, *arguments, folder=None, status=0):
+        """A second start, which ends with that status: what it wrote."""
         ended = subprocess.run([PROGRAM, *arguments], env=self.environment(),
             cwd=folder or self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT, timeout=30, check=False)
-        self.assertEqual(ended.returncode, 0)
+        self.assertEqual(ended.returncode, status)
         return ended.stdout.decode()
 
     def files_of_settings(self):
@@ -51,12 +51,17 @@ class SingleLaunch(ViewerTest):
         self.assert_clean(viewer)
 
     def test_what_is_not_there_is_reported_by_who_was_asked(self):
-        self.pictures(1)
+        self.pictures(3)
         viewer = self.start("p000.png")
         viewer.wait_shown("p000.png")
-        self.assertEqual(self.start_again("none.png"),
-            "lorivane: none.png: No such file or directory\n")
+        for arguments, line in ((["none.png"], "none.png: No such file or directory"),
+                (["p001.png", "--fast"], "unknown option: --fast")):
+            self.assertEqual(self.start_again(*arguments, status=2), f"lorivane: {line}\n")
         viewer.wait_shown("p000.png")
+        self.assertEqual(self.start_again("none.png", "p002.png", "p001.png"),
+            "lorivane: only the first of 2 files is opened: p002.png\n"
+            "lorivane: none.png: No such file or directory\n")
+        viewer.wait_shown("p002.png")
         self.assert_clean(viewer)
 
     def test_the_window_comes_back_from_its_icon(self):

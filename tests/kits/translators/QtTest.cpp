@@ -277,3 +277,49 @@ TEST(QtTest, RefusesDrawingsWithoutEnd) {
     large += std::string(200 * 1024 * 1024, 'a');
     EXPECT_EQ(TryQt(Compressed(large)), B_NO_MEMORY);
 }
+
+// A field that nobody knows, of which the library for TIFF itself complains.
+static Bytes MakeTiffWithUnknownField() {
+    std::string file("II*\0\x0c\0\0\0\0\x80\xff\x40\x0a\0", 14);
+    const auto add = [&file](uint32 tag, uint32 type, uint32 value) {
+        for (const auto& [number, bytes] : {std::pair{tag, 2}, {type, 2}, {1U, 4}, {value, 4}}) {
+            for (int i = 0; i < bytes; i++)
+                file += char(number >> (8 * i));
+        }
+    };
+    constexpr uint32 kShort = 3;
+    constexpr uint32 kLong = 4;
+    add(256, kShort, 2);   // width
+    add(257, kShort, 2);   // height
+    add(258, kShort, 8);   // bits of a sample
+    add(259, kShort, 1);   // not compressed
+    add(262, kShort, 1);   // black is 0
+    add(273, kLong, 8);    // the pixels' place
+    add(277, kShort, 1);   // samples of a pixel
+    add(278, kShort, 2);   // rows of a strip
+    add(279, kLong, 4);    // bytes of a strip
+    add(60001, kLong, 7);  // unknown
+    return FromText(file + std::string(4, '\0'));
+}
+
+TEST(QtTest, FilesThatAreOddButSoundAreReadInSilence) {
+    // They ask for what is to be absent here.
+    unsetenv("QT_LOGGING_RULES");
+    unsetenv("QT_LOGGING_CONF");
+    EnsureApplication();
+    const std::string drawing =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"60\" height=\"20\">"
+        "<rect width=\"9\" height=\"9\" fill=\"url(#none)\"/><image width=\"4\" "
+        "height=\"4\"/></svg>";
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(TryQt(FromText(drawing)), B_OK);
+    if (QImageReader::supportedImageFormats().contains("tiff")) {
+        EXPECT_EQ(TryQt(MakeTiffWithUnknownField()), B_OK);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+
+    // What is said elsewhere is heard.
+    testing::internal::CaptureStderr();
+    qWarning("heard");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "heard\n");
+}
