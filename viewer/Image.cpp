@@ -65,7 +65,8 @@ void TImage::Draw() {
         fBackground = gPrefs.fColors[kColorBackground];
         fView->SetHighColor(fBackground.red, fBackground.green, fBackground.blue);
         fView->SetDrawingMode(B_OP_COPY);
-        fView->FillRect(fView->Bounds());
+        // To the last pixel, of which there may be a part only.
+        fView->FillRect(fView->Bounds().InsetByCopy(-1, -1));
         fView->SetDrawingMode(B_OP_ALPHA);
     }
     fView->DrawBitmap(fDecoded.get(), fView->Bounds());

@@ -44,6 +44,8 @@ public:
     void Draw(BRect updateRect) override;
     void FrameResized(float width, float height) override;
     void ResizeOffscreen();
+    /// The window is on a screen that may have another resolution.
+    void ScreenChanged();
     void PrefColChanged();
 
     // Navigation.

@@ -99,6 +99,14 @@ void TLorivaneView::ResizeOffscreen() {
     fOffscreenBitmap->AddChild(fOffscreenView);
 }
 
+// What is put together off the screen has the resolution of the screen it was made for.
+void TLorivaneView::ScreenChanged() {
+    fOffscreenBitmap.reset();
+    fOffscreenView = nullptr;
+    ResizeOffscreen();
+    RenewCommentFont();
+}
+
 void TLorivaneView::PrefColChanged() {
     RenewMessage();
     if (!fCurrentImage)

@@ -92,6 +92,7 @@ void TLorivaneWindow::RefsReceived() {
 }
 
 void TLorivaneWindow::ScreenChanged(BRect frame, color_space) {
+    fView->ScreenChanged();
     if (!fView->IsFullScreen())
         return;
     // The frame to go back to may lie on a screen that is gone.

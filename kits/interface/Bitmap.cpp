@@ -6,6 +6,7 @@
 
 using BPrivate::BitmapData;
 using BPrivate::PixelBuffer;
+using BPrivate::PixelRect;
 
 BBitmap::BBitmap(BRect frame, color_space space, bool acceptsViews, bool)
     : fData(std::make_unique<BitmapData>(frame, space, acceptsViews)) {
@@ -32,13 +33,15 @@ status_t BBitmap::InitCheck() const {
 void* BBitmap::Bits() const {
     if (fData->status != B_OK)
         return nullptr;
+    fData->MakePlain();
     const PixelBuffer pixels = fData->PixelsForWriting();
     fData->bitsGiven = fData->bitsGiven || pixels.bits != nullptr;
     return pixels.bits;
 }
 
 int32 BBitmap::BitsLength() const {
-    return fData->status == B_OK ? fData->bytesPerRow * fData->height : 0;
+    const int64 length = int64{fData->bytesPerRow} * fData->height;
+    return fData->status == B_OK && length <= INT32_MAX ? static_cast<int32>(length) : 0;
 }
 
 int32 BBitmap::BytesPerRow() const {
@@ -61,6 +64,7 @@ status_t BBitmap::ImportBits(
         return B_BAD_TYPE;
     if (data == nullptr || length < 0 || offset < 0 || bytesPerRow <= 0)
         return B_BAD_VALUE;
+    fData->MakePlain();
     const PixelBuffer to = fData->PixelsForWriting();
     if (to.bits == nullptr)
         return B_NO_MEMORY;
@@ -92,10 +96,15 @@ status_t BBitmap::ImportBits(const BBitmap* bitmap) {
     if (source.space != fData->space || source.width != fData->width ||
         source.height != fData->height)
         return B_MISMATCHED_VALUES;
-    if (fData->Replace(*bitmap))
+    fData->MakePlain();
+    const PixelRect all{0, 0, source.width, source.height};
+    if (fData->TakePicture(*bitmap, all, B_OP_COPY, 0))
         return B_OK;
-    const PixelBuffer from = source.Pixels();
-    return ImportBits(from.bits, from.bytesPerRow * from.height, from.bytesPerRow, 0, source.space);
+    const PixelBuffer to = fData->PixelsForWriting();
+    if (to.bits == nullptr)
+        return B_NO_MEMORY;
+    source.DrawInto(to, all, all, all, B_OP_COPY, 0);
+    return B_OK;
 }
 
 void BBitmap::AddChild(BView* view) {

@@ -17,10 +17,12 @@ std::unique_ptr<BBitmap> BitmapAccess::Adopt(
 }
 
 PixelBuffer BitmapAccess::Pixels(const BBitmap& bitmap) {
+    bitmap.fData->MakePlain();
     return bitmap.fData->Pixels();
 }
 
 PixelBuffer BitmapAccess::PixelsForWriting(BBitmap& bitmap) {
+    bitmap.fData->MakePlain();
     return bitmap.fData->PixelsForWriting();
 }
 
@@ -30,6 +32,10 @@ void BitmapAccess::ForgetBits(BBitmap& bitmap) {
 
 bool BitmapAccess::Share(const BBitmap& one, const BBitmap& other) {
     return one.fData->storage && one.fData->storage.IsSame(other.fData->storage);
+}
+
+bool BitmapAccess::HasPixels(const BBitmap& bitmap) {
+    return bitmap.fData->storage && !bitmap.fData->drawing;
 }
 
 }  // namespace BPrivate

@@ -33,6 +33,9 @@ public:
     /// Whether the two use the same memory.
     static bool Share(const BBitmap& one, const BBitmap& other);
 
+    /// Whether it has memory, and is not kept as a drawing.
+    static bool HasPixels(const BBitmap& bitmap);
+
     static BitmapData& Data(const BBitmap& bitmap) { return *bitmap.fData; }
 };
 

@@ -43,8 +43,9 @@ void InvertRect(const PixelBuffer& to, PixelRect clip, PixelRect rect);
 /// Draws the part `source` of the picture into `destination`, which is in units: a pixel for each
 /// unit when both are of one size, otherwise each pixel is the source's nearest. What of `source`
 /// is outside of the picture draws nothing. The two buffers do not overlap, or are the same and the areas do not.
+/// `options` are those of BView::DrawBitmap(); this is the one place where pixels are sampled.
 void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
-    PixelRect destination, drawing_mode mode);
+    PixelRect destination, drawing_mode mode, uint32 options = 0);
 
 /// The colour that results from drawing one over the other by the upper one's alpha.
 rgb_color Blend(rgb_color over, rgb_color under);

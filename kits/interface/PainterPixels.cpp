@@ -223,7 +223,7 @@ void DrawInMode(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, 
 }  // namespace
 
 void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
-    PixelRect destination, drawing_mode mode) {
+    PixelRect destination, drawing_mode mode, uint32 /*options*/) {
     if (to.bits == nullptr || from.buffer.bits == nullptr || source.IsEmpty())
         return;
     const PixelRect area =

@@ -61,6 +61,10 @@ void BView::FillRect(BRect rect, pattern fill) {
     const ViewCanvas canvas(*this);
     const PixelRect pixels = canvas.ToPixels(FilledPixels(canvas.ToCanvas(rect)));
     const Paint paint{fHighColor, fLowColor, fDrawingMode, fill};
+    const bool isSolid = fill == B_SOLID_HIGH || (fill == B_SOLID_LOW && fDrawingMode != B_OP_OVER);
+    if (isSolid && canvas.IsWhole() && pixels.Contains(canvas.ToPixels(fRoot->CanvasFrame())) &&
+        fRoot->TakeColor(fill == B_SOLID_HIGH ? fHighColor : fLowColor))
+        return;
     canvas.Each(pixels,
         [&](const PixelBuffer& to, PixelRect clip) { Painter::FillRect(to, clip, pixels, paint); });
 }
@@ -128,7 +132,7 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect destination) {
         DrawBitmap(bitmap, bitmap->Bounds(), destination);
 }
 
-void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination) {
+void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination, uint32 options) {
     if (bitmap == nullptr || bitmap->InitCheck() != B_OK)
         return;
     // A bitmap's own coordinates start at its bounds' left top.
@@ -141,14 +145,11 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination) {
     const BitmapData& data = BitmapAccess::Data(*bitmap);
     if (static_cast<BPrivate::ViewRoot*>(const_cast<BitmapData*>(&data)) == fRoot)
         return;
-    const bool isCopy = fDrawingMode == B_OP_COPY &&
-        from == PixelRect{0, 0, data.width, data.height} && from == to && canvas.IsWhole();
-    if (isCopy && fRoot->Replace(*bitmap)) {
-        fRoot->Drawn(to);
+    if (canvas.IsWhole() && to == fRoot->CanvasFrame() &&
+        fRoot->TakePicture(*bitmap, from, fDrawingMode, options))
         return;
-    }
     canvas.Each(canvas.ToPixels(to), [&](const PixelBuffer& pixels, PixelRect clip) {
-        Painter::DrawPixels(pixels, clip, {data.Pixels(), data.space}, from, to, fDrawingMode);
+        data.DrawInto(pixels, clip, from, to, fDrawingMode, options);
     });
 }
 

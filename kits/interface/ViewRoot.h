@@ -1,11 +1,12 @@
 #pragma once
 
+#include <interface/View.h>
+
 #include "kits/interface/ClipRegion.h"
 #include "kits/interface/Display.h"
 #include "kits/interface/PixelScale.h"
 
 class BBitmap;
-class BView;
 
 namespace BPrivate {
 
@@ -36,9 +37,12 @@ public:
     /// What drawing is limited to while views are asked to draw; null at other times.
     virtual const ClipRegion* UpdateClip() const { return nullptr; }
 
-    /// The whole canvas is about to be replaced by the bitmap's pixels, one to one. True when the
-    /// root has taken them over in a better way.
-    virtual bool Replace(const BBitmap&) { return false; }
+    // The whole canvas is about to become one colour, or to be covered by a part of a picture. True
+    // when the root keeps that in a better way than in pixels.
+    virtual bool TakeColor(rgb_color) { return false; }
+    virtual bool TakePicture(const BBitmap&, PixelRect /*from*/, drawing_mode, uint32 /*options*/) {
+        return false;
+    }
 };
 
 }  // namespace BPrivate

@@ -1,8 +1,11 @@
 #include "kits/interface/WindowSurface.h"
 
 #include <app/AppDefs.h>
+#include <app/Looper.h>
+#include <app/Message.h>
 #include <cstring>
 #include <interface/Window.h>
+#include <kernel/OS.h>
 #include <utility>
 
 #include "kits/interface/ControlPeer.h"
@@ -25,6 +28,11 @@ void WindowSurface::DeleteViews() {
         fTop->RemoveChild(child);
         delete child;
     }
+}
+
+PixelScale WindowSurface::ScaleOfThread() {
+    const auto* window = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    return window != nullptr ? window->fData->surface.Scale() : PixelScale();
 }
 
 void WindowSurface::Resize(BRect bounds) {
@@ -52,8 +60,15 @@ void WindowSurface::FollowScreen() {
 void WindowSurface::SetShown(bool shown) {
     if (shown == fShown)
         return;
+    const PixelScale before = fScale;
     if (shown)
         FollowScreen();
+    // What was made for another resolution before has to be made anew.
+    if (fScale != before) {
+        BMessage changed(kScreenChanged);
+        (void)changed.AddRect("frame", fWindow.fData->Screen()->ScreenFrame());
+        (void)fWindow.PostMessage(&changed);
+    }
     fShown = shown;
     fDrawn = {};
     fDirty = shown ? ClipRegion(fFrame) : ClipRegion();

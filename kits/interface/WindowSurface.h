@@ -20,6 +20,9 @@ public:
     ~WindowSurface() override;
     void DeleteViews();
 
+    /// The scale of the window whose thread this is; one to one where it is none's.
+    static PixelScale ScaleOfThread();
+
     /// Makes the buffer fit the window, with everything to be drawn.
     void Resize(BRect bounds);
     /// Takes over the ratio of the window's screen. At another one everything is drawn anew, and

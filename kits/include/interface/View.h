@@ -63,6 +63,12 @@ enum : uint32 {
     B_DRAW_ON_CHILDREN = 0x00800000,  ///< its drawing is not kept off its children
 };
 
+/// Options of DrawBitmap().
+enum : uint32 {
+    /// What is scaled is smoothed, instead of sampled from the nearest pixel.
+    B_FILTER_BITMAP_BILINEAR = 0x00000100,
+};
+
 /// Eight rows of eight pixels; a set bit takes the high colour, others the low one.
 struct pattern {
     uint8 data[8] = {};
@@ -255,7 +261,11 @@ public:
     void DrawBitmap(const BBitmap* bitmap, BRect destination);
     /// A part of the bitmap. What of `source` lies outside of the bitmap draws nothing. Nor does
     /// a bitmap that is drawn into itself.
-    void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination);
+    void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination) {
+        DrawBitmap(bitmap, source, destination, 0);
+    }
+    /// `options`: 0 or B_FILTER_BITMAP_BILINEAR.
+    void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination, uint32 options);
     /// The same as DrawBitmap(): all drawing is done when the call returns.
     void DrawBitmapAsync(const BBitmap* bitmap, BPoint where) { DrawBitmap(bitmap, where); }
     void DrawBitmapAsync(const BBitmap* bitmap, BRect destination) {

@@ -18,9 +18,11 @@ struct Canvas {
         bitmap.AddChild(view);
     }
 
+    /// In pixels: what is all of one colour needs none.
     void Fill(rgb_color color) {
         view->SetHighColor(color);
         view->FillRect(view->Bounds());
+        EXPECT_NE(BitmapAccess::PixelsForWriting(bitmap).bits, nullptr);
     }
     rgb_color At(int32 x, int32 y) const {
         const PixelBuffer pixels = BitmapAccess::Pixels(bitmap);
@@ -46,6 +48,7 @@ TEST(BitmapSharing, WholeCopyShares) {
 
 TEST(BitmapSharing, FractionalFrameOfTheSamePixels) {
     Canvas from(BRect(0, 0, 39, 29));
+    from.Fill(kRed);
     Canvas to(BRect(0, 0, 38.6F, 28.2F));
     to.view->DrawBitmap(&from.bitmap, to.view->Bounds());
     EXPECT_TRUE(BitmapAccess::Share(from.bitmap, to.bitmap));
