@@ -5,12 +5,14 @@
 #include "framework/HintedLabels.h"
 #include "iap/InterAppPrefs.h"
 #include "iap/ItemNames.h"
+#include "settings/Additions.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
 TAppPrivacy gAppPrivacy;
 TExitStates gExitStates;
 TPrefs gPrefs;
+TAdditions gAdditions;
 TInterAppPrefs gIAPs;
 
 std::string accelerator_key_format() {

@@ -7,6 +7,7 @@
 #include "iap/IAPItemAccKeyFormat.h"
 #include "iap/IAPItemFlatToolBar.h"
 #include "iap/InterAppPrefs.h"
+#include "settings/Additions.h"
 #include "settings/ExitStates.h"
 #include "settings/Prefs.h"
 
@@ -33,6 +34,7 @@ int main(int argc, char** argv) {
     // What is missing or damaged keeps its defaults.
     (void)gExitStates.LoadFromFile();
     (void)gPrefs.LoadFromFile();
+    (void)gAdditions.LoadFromFile();
 
     (void)gIAPs.SetAppSignatureRef(kAppSignature);
     (void)gIAPs.AddItem(new TIAPItemAccKeyFormat);

@@ -15,8 +15,6 @@ namespace {
 using namespace BPrivate;
 
 constexpr int kRuns = 25;
-constexpr double kLimit = 1.0;
-constexpr double kLimitOfTime = 25;
 constexpr int32 kWidth = 4000;
 constexpr int32 kHeight = 3000;
 
@@ -45,7 +43,7 @@ void TakeMeans(
     }
 }
 
-bool Measure(std::vector<uint8_t>& photo, int32 width, int32 height) {
+bool Measure(std::vector<uint8_t>& photo, int32 width, int32 height, double limit) {
     const PixelSource source{{photo.data(), 4 * kWidth, kWidth, kHeight}, B_RGBA32};
     const SmoothFrame frame{0, 0, static_cast<double>(width), static_cast<double>(height)};
     const std::size_t rowLength = 4 * static_cast<std::size_t>(width);
@@ -66,10 +64,8 @@ bool Measure(std::vector<uint8_t>& photo, int32 width, int32 height) {
     const std::string size = std::to_string(width) + " x " + std::to_string(height);
     std::printf("12 megapixels smoothly to %s: %.2f ms, by hand %.2f ms (median of %d)\n",
         size.c_str(), bench::Median(own), bench::Median(byHand), kRuns);
-    bool good = bench::Judge("smoothly to " + size + ", against a plain loop",
-        bench::Median(own) / bench::Median(byHand), kLimit, "x");
-    good &= bench::Judge("smoothly to " + size, bench::Median(own), kLimitOfTime, "ms");
-    return good;
+    return bench::Judge("smoothly to " + size + ", against a plain loop",
+        bench::Median(own) / bench::Median(byHand), limit, "x");
 }
 
 }  // namespace
@@ -82,7 +78,8 @@ int main() {
         const uint32_t pixel = random() | 0xff000000;
         std::memcpy(photo.data() + i, &pixel, sizeof(pixel));
     }
-    bool good = Measure(photo, 1900, 1000);
-    good &= Measure(photo, 1333, 1000);
+    // 25 ms of the 43 and the 27 that the loop takes on an idle machine.
+    bool good = Measure(photo, 1900, 1000, 0.58);
+    good &= Measure(photo, 1333, 1000, 0.92);
     return good ? 0 : 1;
 }

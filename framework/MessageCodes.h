@@ -26,6 +26,9 @@ constexpr uint32 kMsgChooseDisplayOption = 'dspo';  ///< kFieldDisplayOption
 constexpr uint32 kMsgToggleComment = 'encm';
 constexpr uint32 kMsgToggleFullScreen = 'flsc';
 
+// Additions, chosen in the picture's context menu and carried out by the viewer view.
+constexpr uint32 kMsgToggleSmoothScaling = 'smsc';
+
 // Between the viewer view, its loaders and its window.
 constexpr uint32 kMsgImageLoaded = 'imld';    ///< kFieldThread; kFieldImage unless loading failed
 constexpr uint32 kMsgImageFound = 'imfd';     ///< kFieldThread, kFieldIndex

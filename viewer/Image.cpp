@@ -5,6 +5,7 @@
 #include <translation/BitmapStream.h>
 #include <translation/TranslationDefs.h>
 
+#include "settings/Additions.h"
 #include "settings/Prefs.h"
 #include "viewer/Geometry.h"
 #include "viewer/Transparency.h"
@@ -46,7 +47,7 @@ void TImage::Resize(float width, float height) {
     Extent natural(fDecoded->Bounds());
     Extent target = target_extent(gPrefs.fDisplayOption, natural, {width, height});
     if (target == current) {
-        if (IsBackgroundOutdated())
+        if (IsOutdated())
             Draw();
         return;
     }
@@ -69,13 +70,17 @@ void TImage::Draw() {
         fView->FillRect(fView->Bounds().InsetByCopy(-1, -1));
         fView->SetDrawingMode(B_OP_ALPHA);
     }
-    fView->DrawBitmap(fDecoded.get(), fView->Bounds());
+    fSmooth = gAdditions.fSmoothScaling;
+    fView->DrawBitmap(fDecoded.get(), fDecoded->Bounds(), fView->Bounds(),
+        fSmooth ? uint32{B_FILTER_BITMAP_BILINEAR} : 0);
     fView->Sync();
     fScaled->Unlock();
 }
 
-bool TImage::IsBackgroundOutdated() const {
-    return fHasAlpha && fBackground != gPrefs.fColors[kColorBackground];
+// Whether it was drawn when the user wanted it otherwise.
+bool TImage::IsOutdated() const {
+    return fSmooth != gAdditions.fSmoothScaling ||
+        (fHasAlpha && fBackground != gPrefs.fColors[kColorBackground]);
 }
 
 bool TImage::IsBeside(const std::string& path, int32 delta) const {

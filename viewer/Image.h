@@ -70,7 +70,7 @@ public:
 
 private:
     bool ResizeImageParts(float width, float height);
-    bool IsBackgroundOutdated() const;
+    bool IsOutdated() const;
 
     uint32 fIndex = kNoIndex;
     status_t fInitStatus;
@@ -84,6 +84,7 @@ private:
     bool fHasAlpha = false;
     std::unique_ptr<BBitmap> fScaled;
     rgb_color fBackground;   // that the scaled image was drawn on
+    bool fSmooth = false;    // whether it was smoothed
     BView* fView = nullptr;  // draws into the scaled image and belongs to it
     TComment fComment;
 };

@@ -99,7 +99,10 @@ void TLorivaneView::MessageReceived(BMessage* message) {
     case kPrefCommentMargin: PrefCommentMarginChanged(); break;
     case kPrefCommentAlign: PrefCommentAlignChanged(); break;
     case kPrefEnablePreload: PrefEnablePreloadChanged(); break;
-    default: TBasicView::MessageReceived(message); break;
+    default:
+        if (!fContextMenu.MessageReceived(message) && !OpenContextMenuBy(*message))
+            TBasicView::MessageReceived(message);
+        break;
     }
 }
 

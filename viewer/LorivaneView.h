@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "framework/BasicView.h"
+#include "viewer/ContextMenu.h"
 #include "viewer/ForegroundLoad.h"
 #include "viewer/Geometry.h"
 #include "viewer/Image.h"
@@ -25,7 +26,7 @@ class BMessageRunner;
 /// Everything here runs on the window's thread under its lock. What is decoded is decoded by
 /// loaders. They share only the list of names with the view, which nobody changes, and report by
 /// "imld"; deleting the view leaves those that still run to themselves.
-class TLorivaneView : public TBasicView, public TImageList {
+class TLorivaneView : public TBasicView, public TImageList, private TAdditionHost {
 public:
     explicit TLorivaneView(BRect frame);
     ~TLorivaneView() override;
@@ -36,7 +37,7 @@ public:
     void LanguageChanged() override;
 
     /// Null when nothing is shown. Belongs to the view; valid while the window stays locked.
-    TImage* CurrentImage() const { return fCurrentImage.get(); }
+    TImage* CurrentImage() const override { return fCurrentImage.get(); }
     /// Forgets the current image. Does not draw.
     void Clear();
 
@@ -47,6 +48,11 @@ public:
     /// The window is on a screen that may have another resolution.
     void ScreenChanged();
     void PrefColChanged();
+    void RedrawImage() override;
+
+    // The picture's context menu.
+    void MouseDown(BPoint where) override;
+    bool OpenContextMenuBy(const BMessage& key);
 
     // Navigation.
 
@@ -246,6 +252,8 @@ private:
     thread_id fAwaitedThread = 0;               // its image is to be shown; 0 for none
     std::array<std::string, 2> fNothingBeside;  // by slot: the path whose neighbour is not there
     std::unique_ptr<BMessageRunner> fRetryRunner;
+
+    TContextMenu fContextMenu{this};
 
     TScrollTiming fScrollTiming;
     bool fScrolled = false;  // since the current image was shown

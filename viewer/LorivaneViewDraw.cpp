@@ -107,6 +107,13 @@ void TLorivaneView::ScreenChanged() {
     RenewCommentFont();
 }
 
+void TLorivaneView::RedrawImage() {
+    if (!fCurrentImage)
+        return;
+    fCurrentImage->Draw();
+    Invalidate();
+}
+
 void TLorivaneView::PrefColChanged() {
     RenewMessage();
     if (!fCurrentImage)

@@ -1,4 +1,4 @@
-// The keys of the view.
+// The keys of the view, and the mouse button that opens its context menu.
 
 #include <algorithm>
 #include <app/AppDefs.h>
@@ -75,6 +75,25 @@ void TLorivaneView::KeyDown(const char* bytes, int32 numBytes) {
     case 'a': be_app_messenger.SendMessage(B_ABOUT_REQUESTED); break;
     case 'h':
     case 'm': Window()->Minimize(true); break;
-    default: TBasicView::KeyDown(bytes, numBytes); break;
+    default:
+        if (!OpenContextMenuBy(*message))
+            TBasicView::KeyDown(bytes, numBytes);
+        break;
     }
+}
+
+void TLorivaneView::MouseDown(BPoint where) {
+    const BMessage* message = Window()->CurrentMessage();
+    if (message != nullptr && message->GetInt32("buttons", 0) == B_SECONDARY_MOUSE_BUTTON)
+        fContextMenu.Open(this, where, false);
+    else
+        TBasicView::MouseDown(where);
+}
+
+bool TLorivaneView::OpenContextMenuBy(const BMessage& key) {
+    if (!TContextMenu::IsAskedFor(key))
+        return false;
+    Extent area = ImageArea();
+    fContextMenu.Open(this, BPoint(area.width / 2, area.height / 2), true);
+    return true;
 }

@@ -19,6 +19,7 @@ struct Maker {
     Made operator()(const RadioButtonState&) { return MakeRadioButton(parent, std::move(report)); }
     Made operator()(const TextControlState&) { return MakeTextControl(parent, std::move(report)); }
     Made operator()(const MenuBarState&) { return MakeMenuBar(parent, std::move(report)); }
+    Made operator()(const PopUpMenuState&) { return MakePopUpMenu(parent, std::move(report)); }
     Made operator()(const MenuFieldState&) { return MakeMenuField(parent, std::move(report)); }
     Made operator()(const SliderState&) { return MakeSlider(parent, std::move(report)); }
     Made operator()(const ListViewState&) { return MakeListView(parent, std::move(report)); }

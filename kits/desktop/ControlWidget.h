@@ -42,7 +42,7 @@ public:
     virtual bool TakeWindowKey(const QKeyEvent& /*event*/) { return false; }
     /// Shows the state, which is of the control's own kind.
     virtual void SetState(const ControlState& state) = 0;
-    /// Only a menu bar has menus: opens that of the item, of the first for 0.
+    /// Only a menu bar has menus: opens that of the item, of the first for 0. A pop-up menu is one.
     virtual void OpenMenu(int32 /*item*/) {}
     /// Closes its open menus and tells it.
     virtual void CloseMenus() {}
@@ -71,6 +71,7 @@ std::unique_ptr<ControlWidget> MakeCheckBox(QWidget* parent, ControlReport repor
 std::unique_ptr<ControlWidget> MakeRadioButton(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeTextControl(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeMenuBar(QWidget* parent, ControlReport report);
+std::unique_ptr<ControlWidget> MakePopUpMenu(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeMenuField(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeSlider(QWidget* parent, ControlReport report);
 std::unique_ptr<ControlWidget> MakeListView(QWidget* parent, ControlReport report);

@@ -129,6 +129,13 @@ struct MenuBarState {
     std::vector<MenuItemState> items = {};
 };
 
+/// A menu of its own, which OpenMenu() opens; nothing is seen of it before.
+struct PopUpMenuState {
+    BPoint where = {};        ///< its left top, in window coordinates
+    bool byKeyboard = false;  ///< its first item is highlighted, as in all menus that keys open
+    std::vector<MenuItemState> items = {};
+};
+
 struct MenuFieldState {
     std::string label;
     float divider = 0;  ///< where the field starts, from the control's left edge
@@ -195,8 +202,8 @@ struct FilePanelState {
 };
 
 using ControlState = std::variant<ScrollBarState, StringViewState, BoxState, ButtonState,
-    CheckBoxState, RadioButtonState, TextControlState, MenuBarState, MenuFieldState, SliderState,
-    ListViewState, TabViewState, ColorControlState, AlertTextState, FilePanelState>;
+    CheckBoxState, RadioButtonState, TextControlState, MenuBarState, PopUpMenuState, MenuFieldState,
+    SliderState, ListViewState, TabViewState, ColorControlState, AlertTextState, FilePanelState>;
 
 /// What every control has besides its state.
 struct ControlPlace {
@@ -250,7 +257,7 @@ struct WindowSpec {
 /// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
 /// | `B_ZOOM` | none: the desktop did it already |
 /// | `B_QUIT_REQUESTED` | none: the close box |
-/// | `kControlChanged` | "control" int32, "serial" int32, "modifiers" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1; a radio button's is told whatever the serial), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial; "choice" int32, menu field: numbers the choices, upwards; each has to be answered by a state with its number or a later one, until which the field shows what was chosen) |
+/// | `kControlChanged` | "control" int32, "serial" int32, "modifiers" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1; a radio button's is told whatever the serial), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial; "choice" int32, menu field: numbers the choices, upwards; each has to be answered by a state with its number or a later one, until which the field shows what was chosen), or "item" int32 (pop-up menu: as a menu bar) or "closed" bool (pop-up menu: it was closed, behind the choice if there was one; told whatever the serial) |
 /// | `kMenusOpen` | "control" int32, "open" bool: the first menu of a menu bar was opened, the last one closed |
 /// | `kScreenChanged` | "frame" rect, "ratio" float: the window is on another screen now, or its screen is another than it was; see ScreenFrame() and PixelRatio() |
 /// | `kControlFocused` | "control" int32: the user moved the focus to it; 0: to the window's own content |
@@ -285,8 +292,9 @@ public:
     /// Only for an id already given to SetControl. Later ids lie above earlier ones.
     virtual void PlaceControl(ControlId id, const ControlPlace& place) = 0;
     virtual void RemoveControl(ControlId id) = 0;
-    /// Opens the menu of that item of a menu bar as the keyboard does; 0 for the first.
-    virtual void OpenMenu(ControlId bar, int32 item) = 0;
+    /// Opens the menu of that item of a menu bar as the keyboard does, 0 for the first; or the
+    /// pop-up menu, for which `item` means nothing.
+    virtual void OpenMenu(ControlId menu, int32 item) = 0;
 
     /// Tells assistive programs of the view from now on, or that it has changed. What is drawn and
     /// what the user does there stays as it is. The id is the view's own, and no control's.

@@ -1,10 +1,12 @@
 #include "kits/interface/Painter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "kits/interface/PixelOps.h"
 #include "kits/interface/PixelScale.h"
+#include "kits/interface/SmoothSampling.h"
 
 namespace BPrivate::Painter {
 
@@ -220,16 +222,59 @@ void DrawInMode(const PixelBuffer& to, PixelRect area, const PixelBuffer& from, 
     }
 }
 
+template <typename Write>
+void PutRow(uint8* to, const uint8* pixels, int32 count) {
+    if constexpr (std::is_same_v<Write, WriteCopy>) {
+        std::memcpy(to, pixels, 4 * static_cast<std::size_t>(count));
+    } else {
+        for (int32 x = 0; x < count; x++, to += 4)
+            Put<Write>(to, ReadRgba32::At(pixels, x));
+    }
+}
+
+/// The source becomes `whole`, of which the area is drawn; both are in pixels.
+void DrawSmoothly(const PixelBuffer& to, PixelRect area, const PixelSource& from, PixelRect source,
+    PixelRect whole, drawing_mode mode) {
+    // What is there of the source, and where that comes to lie.
+    const PixelRect present = source & PixelRect{0, 0, from.buffer.width, from.buffer.height};
+    if (present.IsEmpty())
+        return;
+    const double across = static_cast<double>(whole.Width()) / source.Width();
+    const double down = static_cast<double>(whole.Height()) / source.Height();
+    const SmoothFrame frame{whole.left + (static_cast<double>(present.left) - source.left) * across,
+        whole.top + (static_cast<double>(present.top) - source.top) * down,
+        present.Width() * across, present.Height() * down};
+    const auto edge = [](double position) { return static_cast<int32>(std::round(position)); };
+    const PixelRect seen = area &
+        PixelRect{edge(frame.left), edge(frame.top), edge(frame.left + frame.width),
+            edge(frame.top + frame.height)};
+    SampleSmoothly(from, present, frame, seen, [&](int32 y, const uint8* pixels) {
+        uint8* target = PixelOf(to, seen.left, y);
+        switch (mode) {
+        case B_OP_COPY: PutRow<WriteCopy>(target, pixels, seen.Width()); break;
+        case B_OP_OVER: PutRow<WriteOver>(target, pixels, seen.Width()); break;
+        case B_OP_ALPHA: PutRow<WriteAlpha>(target, pixels, seen.Width()); break;
+        }
+    });
+}
+
 }  // namespace
 
 void DrawPixels(const PixelBuffer& to, PixelRect clip, const PixelSource& from, PixelRect source,
-    PixelRect destination, drawing_mode mode, uint32 /*options*/) {
+    PixelRect destination, drawing_mode mode, uint32 options) {
     if (to.bits == nullptr || from.buffer.bits == nullptr || source.IsEmpty())
         return;
     const PixelRect area =
         clip & PixelRect{0, 0, to.width, to.height} & PixelScale(to.ratio).ToPixels(destination);
     if (area.IsEmpty())
         return;
+    const PixelRect whole = PixelScale(to.ratio).ToPixels(destination);
+    const bool isSameSize = source.Width() == whole.Width() && source.Height() == whole.Height();
+    if ((options & B_FILTER_BITMAP_BILINEAR) != 0 && !isSameSize &&
+        from.space != B_NO_COLOR_SPACE) {
+        DrawSmoothly(to, area, from, source, whole, mode);
+        return;
+    }
     switch (from.space) {
     case B_RGBA32: DrawInMode<ReadRgba32>(to, area, from.buffer, source, destination, mode); break;
     case B_RGB32: DrawInMode<ReadRgb32>(to, area, from.buffer, source, destination, mode); break;

@@ -80,6 +80,14 @@
         <translation>Kommentar anzeigen</translation>
     </message>
     <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Smooth Scaling</source>
+        <translation>Glatt skalieren</translation>
+    </message>
+    <message>
         <source>Tool</source>
         <translation>Werkzeuge</translation>
     </message>

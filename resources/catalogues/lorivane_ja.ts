@@ -80,6 +80,14 @@
         <translation>コメントを表示</translation>
     </message>
     <message>
+        <source>Picture</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Smooth Scaling</source>
+        <translation>滑らかに拡大縮小</translation>
+    </message>
+    <message>
         <source>Tool</source>
         <translation>ツール</translation>
     </message>

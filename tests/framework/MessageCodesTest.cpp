@@ -26,6 +26,7 @@ constexpr CodeCase kOwnCodes[] = {
     {kMsgChooseDisplayOption, "dspo"},
     {kMsgToggleComment, "encm"},
     {kMsgToggleFullScreen, "flsc"},
+    {kMsgToggleSmoothScaling, "smsc"},
     {kMsgImageLoaded, "imld"},
     {kMsgImageFound, "imfd"},
     {kMsgRetryLoad, "lltr"},

@@ -88,7 +88,7 @@ public:
     bool IsMinimized() const;
     int32 CountActivations() const;
     Limits SizeLimits() const;
-    /// The menus the kits opened: the menu bar's id and the item's.
+    /// The menus the kits opened: the menu bar's or pop-up menu's id and the item's.
     std::vector<std::pair<ControlId, int32>> OpenedMenus() const;
     /// Every area presented so far.
     std::vector<BRect> Presented() const;
@@ -132,9 +132,11 @@ public:
     void ChooseFiles(ControlId id, const std::vector<entry_ref>& refs);
     void CancelPanel(ControlId id);
     void EnterFolder(ControlId id, const std::string& path);
-    /// Chooses the item of a menu bar or menu field; the labels lead to it, from the outermost
+    /// Chooses the item of a menu bar, menu field or pop-up menu, which does not close it; the labels lead to it, from the outermost
     /// menu. False when there is none or it cannot be chosen.
     bool ChooseItem(ControlId id, const std::vector<std::string>& labels);
+    /// A pop-up menu is closed, as also happens behind every choice in one.
+    void ClosePopUp(ControlId id);
     /// The desktop moves the window to a screen of this frame and ratio.
     void ChangeScreen(BRect frame, float ratio);
     /// Any message as from the display, for events that crossed others on the way.

@@ -309,6 +309,8 @@ bool Window::ChooseItem(ControlId id, const std::vector<std::string>& labels) {
     }
     if (const auto* bar = std::get_if<BPrivate::MenuBarState>(&state))
         items = &bar->items;
+    else if (const auto* popUp = std::get_if<BPrivate::PopUpMenuState>(&state))
+        items = &popUp->items;
     else
         items = &std::get<BPrivate::MenuFieldState>(state).items;
     const BPrivate::MenuItemState* chosen = nullptr;
@@ -326,6 +328,12 @@ bool Window::ChooseItem(ControlId id, const std::vector<std::string>& labels) {
     (void)message.AddInt32("item", chosen->id);
     _SendControl(id, message);
     return true;
+}
+
+void Window::ClosePopUp(ControlId id) {
+    BMessage message(BPrivate::kControlChanged);
+    (void)message.AddBool("closed", true);
+    _SendControl(id, message);
 }
 
 void Window::ChangeScreen(BRect frame, float ratio) {

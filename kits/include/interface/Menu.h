@@ -87,6 +87,7 @@ protected:
 private:
     friend class BMenuBar;
     friend class BMenuItem;
+    friend class BPopUpMenu;
     friend class BPrivate::MenuAccess;
 
     /// Whether nothing shows it, so that something may take it.
