@@ -1,3 +1,4 @@
+#include <QAccessibleWidget>
 #include <QTimer>
 #include <cmath>
 #include <utility>
@@ -11,11 +12,49 @@ namespace BPrivate {
 
 namespace {
 
-/// A menu that stands nowhere until it is opened. The control itself is never seen.
+/// What a menu that stands nowhere belongs to, in the window. It is never seen itself.
+class Anchor : public QWidget {
+public:
+    explicit Anchor(QWidget* parent) : QWidget(parent), fMenu(*new Menu(this)) {}
+
+    Menu& OwnMenu() const { return fMenu; }
+
+private:
+    Menu& fMenu;
+};
+
+/// Leads screen readers to the menu, since Qt takes a menu for a window and no part of another.
+class AnchorReading : public QAccessibleWidget {
+public:
+    explicit AnchorReading(Anchor& anchor) : QAccessibleWidget(&anchor), fAnchor(anchor) {}
+
+    int childCount() const override { return 1; }
+    QAccessibleInterface* child(int index) const override {
+        return index == 0 ? QAccessible::queryAccessibleInterface(&fAnchor.OwnMenu()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        return child->object() == &fAnchor.OwnMenu() ? 0 : -1;
+    }
+
+private:
+    const Anchor& fAnchor;
+};
+
+QAccessibleInterface* MakeReading(const QString&, QObject* object) {
+    auto* anchor = dynamic_cast<Anchor*>(object);
+    return anchor != nullptr ? new AnchorReading(*anchor) : nullptr;
+}
+
+void TellAnchorsToScreenReaders() {
+    static const bool told = (QAccessible::installFactory(MakeReading), true);
+    (void)told;
+}
+
+/// A menu that stands nowhere until it is opened.
 class PopUpMenuWidget : public ControlWidget {
 public:
-    PopUpMenuWidget(QWidget* anchor, ControlReport report)
-        : ControlWidget(anchor), fAnchor(*anchor), fMenu(*new Menu(anchor)),
+    PopUpMenuWidget(Anchor* anchor, ControlReport report)
+        : ControlWidget(anchor), fAnchor(*anchor), fMenu(anchor->OwnMenu()),
           fReport(std::move(report)), fEvents{
                                           [this](int32 item) { TellChosen(item); }, [] {}, [] {}},
           fItems(fMenu, fEvents) {
@@ -85,7 +124,8 @@ private:
 
 std::unique_ptr<ControlWidget> MakePopUpMenu(QWidget* parent, ControlReport report) {
     TellMenusToScreenReaders();
-    return std::make_unique<PopUpMenuWidget>(new QWidget(parent), std::move(report));
+    TellAnchorsToScreenReaders();
+    return std::make_unique<PopUpMenuWidget>(new Anchor(parent), std::move(report));
 }
 
 }  // namespace BPrivate
