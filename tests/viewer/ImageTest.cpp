@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <storage/File.h>
 
+#include "settings/Additions.h"
 #include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
 #include "tests/framework/TemporaryFolder.h"
@@ -86,6 +87,22 @@ TEST_F(Image, IsScaledAnewOnlyForANewSize) {
     EXPECT_EQ(image->Image(), scaled);
     image->Resize(101, 50);
     EXPECT_EQ(image->Image()->Bounds(), BRect(0, 0, 101, 50));
+}
+
+TEST_F(Image, IsDrawnAnewOnceSmoothScalingIsAnotherChoice) {
+    auto image = Load(20, 10);
+    gPrefs.fDisplayOption = kFitImageToWindow;
+    image->Resize(39, 19);
+    auto* pixel = static_cast<uint8*>(image->Image()->Bits());
+    for (const bool smooth : {true, false}) {
+        gAdditions.fSmoothScaling = smooth;
+        pixel[0] = 77;
+        image->Resize(39, 19);
+        EXPECT_EQ(pixel[0], 3) << smooth;
+        pixel[0] = 77;
+        image->Resize(39, 19);
+        EXPECT_EQ(pixel[0], 77) << smooth;
+    }
 }
 
 TEST_F(Image, KeepsAFractionalSize) {
