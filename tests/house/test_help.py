@@ -37,9 +37,10 @@ COMMAND = {"en": "Ctrl", "de": "Strg", "ja": "Ctrl"}
 # Shortcuts that every window of the kits has.
 SHORTCUTS_OF_WINDOWS = {"W", "Q"}
 SHIFT = {"en": "Shift", "de": "Umschalt", "ja": "Shift"}
-# What no table of the sources has: the wheel, and the first menu's key.
+# What no table of the sources has: the wheel, and the keys of the first menu and of the picture's.
 WHEEL = {"en": "Mouse wheel", "de": "Mausrad", "ja": "マウスホイール"}
 FIRST_MENU = "F10"
+MENU_KEY = {"en": "Menu", "de": "Menü", "ja": "Menu"}
 # The buttons of the preferences do not have a line each.
 BUTTONS = {"Add >>", "<< Remove", "Help", "Defaults", "Cancel", "OK"}
 # What else the part about preferences has to name.
@@ -70,6 +71,9 @@ def menu_keys():
     source = read("window", "LorivaneWindowMenu.cpp")
     keys = re.findall(r'(?:make_item\(labels|add_menu\(\w+, labels), "([^"]+)"', source)
     keys += re.findall(r'\blabels\("([^"]+)"', source)
+    for path in glob.glob(os.path.join(ROOT, "viewer", "*.cpp")):
+        if "::AddItems(" in (addition := read(path)):
+            keys += re.findall(r'\blabels\("([^"]+)"', addition)
     table = re.search(r"LKK_MITEM_DO[^{]*\{(.*?)\};", read("settings", "DisplayOption.cpp"), re.S)
     return keys + re.findall(r'"([^"]+)"', table.group(1))
 
@@ -165,7 +169,8 @@ class HelpDocuments(unittest.TestCase):
         self.assertTrue(letters)
         for language in self.texts:
             names = {KEYS[key][language] for key in keys} | {letter.upper() for letter in letters}
-            self.assertHasEntries(language, KEYS_PART, names | {WHEEL[language], FIRST_MENU})
+            self.assertHasEntries(language, KEYS_PART, names | {WHEEL[language], FIRST_MENU,
+                MENU_KEY[language], f"{SHIFT[language]}+{FIRST_MENU}"})
 
     def test_tell_of_every_shortcut(self):
         shortcuts = menu_shortcuts()
@@ -206,7 +211,7 @@ class HelpDocuments(unittest.TestCase):
             for path in glob.glob(os.path.join(ROOT, folder, "*.cpp")):
                 names = re.findall(r'"(\w+\.arc)"', read(path))
                 files.update(f"Lorivane/{name}" for name in names)
-        self.assertEqual(len(files), 5)
+        self.assertEqual(len(files), 6)
         for language in self.texts:
             self.assertHasEntries(language, FILES, files)
 
