@@ -78,8 +78,9 @@ class OnWayland(unittest.TestCase):
         for name, color, width, height in (("a.png", RED, 320, 240), ("b.png", BLUE, 500, 400)):
             with open(os.path.join(place.name, name), "wb") as file:
                 file.write(png.plain(width, height, color))
+        self.settings = os.path.join(place.name, "settings")
         environment = {**os.environ, "HOME": place.name, "QT_QPA_PLATFORM": "wayland",
-            "XDG_CONFIG_HOME": os.path.join(place.name, "settings"), "LC_ALL": "C.UTF-8"}
+            "XDG_CONFIG_HOME": self.settings, "LC_ALL": "C.UTF-8"}
         self.program = subprocess.Popen([PROGRAM, place.name], env=environment)
         self.addCleanup(self.program.wait)
         self.addCleanup(self.program.kill)
@@ -144,6 +145,28 @@ class OnWayland(unittest.TestCase):
         self.wait_windowed(RED, before)
         key("F5")
         self.wait_only(RED)
+
+    def test_the_pictures_menu(self):
+        def is_open():
+            rect = window()["rect"]
+            # Its left top lies in the middle of the image, which the menu bar moves down a little.
+            x, y = rect["x"] + rect["width"] // 2 + 10, rect["y"] + rect["height"] // 2
+            at = shown()
+            return any(at(x, y + down) != RED for down in range(-10, 30))
+
+        record = os.path.join(self.settings, "ZELKAN", "Lorivane", "Lorivane_Additions.arc")
+        self.wait_windowed(RED, size())
+        self.assertFalse(is_open())
+        for closed_by in ("Escape", "Return"):
+            self.assertFalse(os.path.exists(record))
+            key("Menu")
+            wait_for(is_open, "the menu is open")
+            key(closed_by)
+            wait_for(lambda: not is_open(), f"it is closed by {closed_by}")
+        wait_for(lambda: os.path.exists(record), "the choice is saved")
+        # The keyboard is the picture's again.
+        key("space")
+        wait_for(lambda: window()["name"].startswith("b.png"), "the next picture")
 
     def test_the_compositor_may_end_it(self):
         key("F5")
