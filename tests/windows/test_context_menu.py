@@ -21,6 +21,8 @@ class ContextMenu(ViewerTest):
             "QT_SCALE_FACTOR": self.scale}
 
     def open(self, *arguments):
+        # Found out by a window of its own, which would take a menu's keyboard.
+        self.menu_height()
         viewer = self.start(*arguments)
         self.reader = accessibility.Reader(viewer)
         return viewer
@@ -53,7 +55,7 @@ class ContextMenu(ViewerTest):
 
     def colors(self, viewer):
         """The colours in the middle of the picture."""
-        left, top, width, height = viewer.image_area()
+        left, top, width, height = viewer.window.frame()
         part = self.screen.picture(left + width // 2 - 20, top + height // 2 - 10, 40, 20)
         return {part.at(x, y) for x in range(40) for y in range(20)}
 
@@ -161,6 +163,23 @@ class ContextMenu(ViewerTest):
             on = not on
             self.wait_smooth(viewer, on)
         self.assert_clean(viewer)
+
+    def test_smoothed_at_the_screens_own_pixels(self):
+        self.menu_height()  # as long as a unit is a pixel
+        for self.scale, is_mixed in (("2", False), ("1.5", True)):
+            with self.subTest(scale=self.scale):
+                viewer = self.open_stripes()
+                self.wait_smooth(viewer, False)
+                viewer.key("Menu")
+                self.wait_open()
+                viewer.key("Return")
+                self.wait_open(False)
+                x11.wait_for(lambda: os.path.exists(self.record()), "the choice is saved")
+                viewer.wait_idle()
+                # At two pixels to a unit each pixel of the picture has one of the screen.
+                self.assertEqual(self.colors(viewer) <= {DARK, LIGHT}, not is_mixed)
+                self.assert_clean(viewer)
+                os.remove(self.record())
 
     def test_neighbours_are_smoothed_as_well(self):
         viewer = self.open_stripes()
