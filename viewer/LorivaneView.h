@@ -159,7 +159,7 @@ public:
 
     void SetFullScreen(bool on);
     bool IsFullScreen() const { return fFullScreen; }
-    /// Where the window goes when it leaves full screen; its frame while it is not in it.
+    /// The window's frame when it neither covers the screen nor is held by the desktop.
     BRect NormalWindowFrame() const;
     void SetNormalWindowFrame(BRect frame) { fNormalFrame = frame; }
     /// Places the window so that the image area lies on the screen, the menu bar above and the

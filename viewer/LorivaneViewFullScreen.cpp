@@ -8,7 +8,7 @@
 #include "viewer/LorivaneView.h"
 
 BRect TLorivaneView::NormalWindowFrame() const {
-    return fFullScreen ? fNormalFrame : Window()->Frame();
+    return fFullScreen ? fNormalFrame : Window()->NormalFrame();
 }
 
 void TLorivaneView::SetFullScreen(bool on) {
@@ -17,7 +17,7 @@ void TLorivaneView::SetFullScreen(bool on) {
     fFullScreen = on;
     BWindow* window = Window();
     if (on) {
-        fNormalFrame = window->Frame();
+        fNormalFrame = window->NormalFrame();
         CoverScreen(BScreen(B_MAIN_SCREEN_ID).Frame());
         return;
     }

@@ -249,6 +249,7 @@ bool may_come_from_outside(uint32 what) {
     case kControlChanged:
     case kControlFocused:
     case kMenusOpen:
+    case kWindowHeld:
     case kBringToFront:
     case kLaunchMarker: return false;
     default: return true;

@@ -29,8 +29,12 @@ void WindowWidget::Cover(const QRect& screen) {
 void WindowWidget::Uncover() {
     // Until the time is over nothing is told of the frames the window goes through.
     BeginSettling(kTries);
-    setWindowState(windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized));
-    setGeometry(fFrame);
+    if (fHeld) {
+        setWindowState(windowState() & ~Qt::WindowFullScreen);
+    } else {
+        setWindowState(windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized));
+        setGeometry(fFrame);
+    }
     fCovers = false;
     ApplyLimits();
 }
@@ -63,11 +67,14 @@ void WindowWidget::Settle() {
     if (!isVisible() || isMinimized())
         return;
     if (HasSettled()) {
+        TellHeld();
         PlaceContent();
         FollowScreen();
         return;
     }
-    if (fTriesLeft > 0) {
+    // Where the desktop holds the window it decides on the frame, too.
+    const bool isDesktops = !fCovers && !isFullScreen() && (fHeld || IsHeld());
+    if (fTriesLeft > 0 && !isDesktops) {
         fTriesLeft--;
         fSettling.start();
         if (fCovers && isFullScreen()) {
@@ -83,6 +90,7 @@ void WindowWidget::Settle() {
         return;
     }
     // The desktop wants it otherwise.
+    TellHeld();
     if (fCovers && !isFullScreen()) {
         fCovers = false;
         ApplyLimits();
@@ -144,6 +152,24 @@ void WindowWidget::Restored() {
         return;
     setWindowState(windowState() & ~Qt::WindowMinimized);
     TellMinimized();
+}
+
+bool WindowWidget::IsHeld() const {
+    return !IsDialog() && (fHold.IsHeld() || isFullScreen());
+}
+
+void WindowWidget::TellHeld() {
+    // Some window managers forget of one that covers the screen what they held it by, and remember
+    // it afterwards.
+    if (!isVisible() || isMinimized() || fCovers || fSettling.isActive())
+        return;
+    const bool held = IsHeld();
+    if (held == fHeld)
+        return;
+    fHeld = held;
+    BMessage message(kWindowHeld);
+    message.AddBool("held", fHeld);
+    Send(message);
 }
 
 void WindowWidget::TellZoomed() {

@@ -39,7 +39,8 @@ WindowWidget::WindowWidget(const WindowSpec& spec, const BMessenger& target,
       fContent(
           *this, [this](BMessage& message) { Send(message); }, std::move(image), keyboard),
       fFlags(spec.flags), fFeel(spec.feel), fSmallest(1, 1),
-      fLargest(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), fToldPlace(fPlace->Get()) {
+      fLargest(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), fToldPlace(fPlace->Get()),
+      fHold(*this, [this] { TellHeld(); }) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_ShowWithoutActivating, (spec.flags & (B_AVOID_FOCUS | B_AVOID_FRONT)) != 0);
     setWindowModality(WindowModalityOf(spec.feel));
@@ -56,12 +57,19 @@ WindowWidget::WindowWidget(const WindowSpec& spec, const BMessenger& target,
 WindowWidget::~WindowWidget() = default;
 
 void WindowWidget::SetContentFrame(BRect frame, int32 serial) {
+    TellHeld();
     fFrameSerial = serial;
     fFrame = PixelsOf(frame);
     fContent.SetOrigin(fFrame.topLeft());
     const QRect screen = fScreens.Table()->Holding(fFrame).frame;
     if (CoversScreen(fFrame, screen)) {
         Cover(screen);
+    } else if (fHeld && !fCovers) {
+        // The kits did not know it yet when they wanted this.
+        if (IsTelling()) {
+            TellMoved();
+            TellResized();
+        }
     } else if (fCovers || fSettling.isActive() || isFullScreen() || isMaximized()) {
         Uncover();
     } else {
@@ -154,12 +162,14 @@ QRect WindowWidget::CurrentFrame() const {
 }
 
 void WindowWidget::moveEvent(QMoveEvent*) {
+    TellHeld();
     if (IsTelling() && HasPositions())
         TellMoved();
     FollowScreen();
 }
 
 void WindowWidget::resizeEvent(QResizeEvent*) {
+    TellHeld();
     PlaceContent();
     if (IsTelling())
         TellResized();
@@ -203,6 +213,7 @@ void WindowWidget::changeEvent(QEvent* event) {
     if (event->type() != QEvent::WindowStateChange)
         return;
     TellMinimized();
+    TellHeld();
     FullScreenChanged();
     // Told when the window has the size.
     if (isMaximized() != fZoomed && !fMinimized)

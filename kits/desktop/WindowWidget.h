@@ -10,6 +10,7 @@
 #include "kits/desktop/Keyboard.h"
 #include "kits/desktop/ScreenTable.h"
 #include "kits/desktop/ScreenWatch.h"
+#include "kits/desktop/WindowHold.h"
 #include "kits/interface/Display.h"
 
 namespace BPrivate {
@@ -75,6 +76,10 @@ private:
     void SettleMinimized();
     void Restored();
     void TellZoomed();
+    /// Also one that is full-screen by the desktop's own command.
+    bool IsHeld() const;
+    /// Tells whether the desktop holds the window, before anything of the frame it gives it.
+    void TellHeld();
 
     // Its screen (WindowScreens.cpp).
     void FollowHandle();
@@ -107,6 +112,8 @@ private:
     QTimer fReappeared;
     bool fZoomed = false;
     QTimer fZooming;
+    WindowHold fHold;
+    bool fHeld = false;  // as the kits know it
 };
 
 /// Whether the desktop tells and takes the positions of windows.

@@ -256,6 +256,7 @@ struct WindowSpec {
 /// | `B_WINDOW_ACTIVATED` | "active" bool |
 /// | `B_MINIMIZE` | "minimize" bool: the desktop did it already |
 /// | `B_ZOOM` | none: the desktop did it already |
+/// | `kWindowHeld` | "held" bool: the desktop keeps the window maximised or tiled from now on, and does not give it the frames the program wants; told before the frame it gets |
 /// | `B_QUIT_REQUESTED` | none: the close box |
 /// | `kControlChanged` | "control" int32, "serial" int32, "modifiers" int32, and "value" float (scroll bar), "value" int32 (check box, radio button, button: always 1; a radio button's is told whatever the serial), "text" string (text control) "value" int32 (slider; "final" bool: false while the knob is dragged), "selected" int32 array, ascending, none for no row (list view; "invoked" int32: the row that was opened), "value" int32 (tab view: the tab), "color" int32 0xRRGGBB (color control), "refs" refs or "cancel" bool (file panel: chosen, or given up; told whatever the serial), "folder" string (file panel: it shows another one), or "item" int32 (menu bar, menu field: the item chosen; told whatever the serial; "choice" int32, menu field: numbers the choices, upwards; each has to be answered by a state with its number or a later one, until which the field shows what was chosen), or "item" int32 (pop-up menu: as a menu bar) or "closed" bool (pop-up menu: it was closed, behind the choice if there was one; told whatever the serial) |
 /// | `kMenusOpen` | "control" int32, "open" bool: the first menu of a menu bar was opened, the last one closed |
@@ -311,6 +312,7 @@ constexpr uint32 kControlChanged = '_CCH';
 constexpr uint32 kControlFocused = '_CFO';
 constexpr uint32 kMenusOpen = '_CMO';
 constexpr uint32 kScreenChanged = '_SCH';
+constexpr uint32 kWindowHeld = '_WHD';
 /// From the application, since the program was started once more: "windows", messengers to all of
 /// them, the receiver's first. The first that is shown comes to the front, with "token".
 constexpr uint32 kBringToFront = '_CBF';

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kits/interface/Display.h"
+#include "kits/interface/FrameHold.h"
 #include "kits/interface/KeyStroke.h"
 #include "kits/interface/WindowInput.h"
 #include "kits/interface/WindowSurface.h"
@@ -29,6 +30,8 @@ public:
     BView& Top() { return surface.Top(); }
     /// The screen's side; null once the window ends.
     DisplayWindow* Screen() const { return fScreen.get(); }
+    /// The frame of the screen it is on; invalid once the window ends.
+    BRect ScreenFrame() const { return fScreen ? fScreen->ScreenFrame() : BRect(); }
 
     /// The view (null: none) gets the keys.
     void SetFocus(BView* view);
@@ -78,6 +81,7 @@ public:
     BRect frame;
     BRect reportedFrame;  // what the hooks were last told
     int32 frameSerial = 0;
+    FrameHold hold;
     float minWidth = 0;
     float maxWidth = kNoLimit;
     float minHeight = 0;

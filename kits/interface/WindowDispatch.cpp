@@ -148,6 +148,9 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
         Minimize(fData->minimized);
         break;
     case B_ZOOM: Zoom(Frame().LeftTop(), Frame().Width(), Frame().Height()); break;
+    case BPrivate::kWindowHeld:
+        fData->hold.Set(FlagOf(*message, "held"), fData->frame, fData->ScreenFrame());
+        break;
     case BPrivate::kScreenChanged: {
         fData->surface.FollowScreen();
         BRect frame;

@@ -41,6 +41,7 @@ void BWindow::_SetFrame(BRect wanted) {
     BRect frame = BPrivate::WholeFrame(wanted);
     frame.right = frame.left + std::clamp(frame.Width(), fData->minWidth, fData->maxWidth);
     frame.bottom = frame.top + std::clamp(frame.Height(), fData->minHeight, fData->maxHeight);
+    frame = fData->hold.Granted(frame, fData->frame, fData->ScreenFrame());
     if (frame == fData->frame)
         return;
     const bool moved = frame.LeftTop() != fData->frame.LeftTop();
@@ -76,6 +77,7 @@ void BWindow::_FrameReported(const BMessage& message) {
         const BRect bounds = frame.OffsetToCopy(B_ORIGIN);
         const bool resized = bounds != Bounds();
         fData->frame = frame;
+        fData->hold.Reported();
         if (resized)
             fData->surface.Resize(bounds);
     }
@@ -90,7 +92,7 @@ void BWindow::_FrameReported(const BMessage& message) {
 }
 
 void BWindow::MoveTo(float x, float y) {
-    _SetFrame(fData->frame.OffsetToCopy(x, y));
+    _SetFrame(fData->hold.Wanted(fData->frame).OffsetToCopy(x, y));
 }
 
 void BWindow::MoveBy(float dx, float dy) {
@@ -98,7 +100,7 @@ void BWindow::MoveBy(float dx, float dy) {
 }
 
 void BWindow::ResizeTo(float width, float height) {
-    const BPoint at = fData->frame.LeftTop();
+    const BPoint at = fData->hold.Wanted(fData->frame).LeftTop();
     _SetFrame({at.x, at.y, at.x + width, at.y + height});
 }
 
@@ -130,6 +132,10 @@ void BWindow::GetSizeLimits(
 
 BRect BWindow::Frame() const {
     return fData->frame;
+}
+
+BRect BWindow::NormalFrame() const {
+    return fData->hold.Normal(fData->frame);
 }
 
 BRect BWindow::Bounds() const {

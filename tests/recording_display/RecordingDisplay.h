@@ -117,6 +117,8 @@ public:
     void UserMove(BPoint where);
     void SetActive(bool active);
     void UserMinimize(bool minimize);
+    /// The desktop maximises or tiles the window, or ends that. The frame it gets is told apart.
+    void Hold(bool held);
     void PressCloseBox();
     void SetScrollBar(ControlId id, float value);
     void SetValue(ControlId id, int32 value);

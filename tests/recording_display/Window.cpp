@@ -216,6 +216,12 @@ void Window::UserMinimize(bool minimize) {
     Send(message);
 }
 
+void Window::Hold(bool held) {
+    BMessage message(BPrivate::kWindowHeld);
+    (void)message.AddBool("held", held);
+    Send(message);
+}
+
 void Window::PressCloseBox() {
     BMessage message(B_QUIT_REQUESTED);
     Send(message);

@@ -132,7 +132,8 @@ public:
     void MoveTo(float x, float y);
     void MoveTo(BPoint where) { MoveTo(where.x, where.y); }
     void MoveBy(float dx, float dy);
-    /// Sizes are kit units (pixels less one), kept within the size limits.
+    /// Sizes are kit units (pixels less one), kept within the size limits. A window that the desktop
+    /// holds, maximised or tiled, is neither moved nor resized unless it is to cover the whole screen.
     void ResizeTo(float width, float height);
     void ResizeBy(float dx, float dy);
     /// Takes effect at once on a window that lies outside of the limits.
@@ -141,6 +142,8 @@ public:
 
     /// Content in screen coordinates.
     BRect Frame() const;
+    /// The frame from before the desktop held the window; the same as Frame() while it does not.
+    BRect NormalFrame() const;
     /// Content in window coordinates: its left top is (0, 0).
     BRect Bounds() const;
     void ConvertToScreen(BPoint* point) const;

@@ -209,6 +209,65 @@ TEST(Window, IsZoomedWhenItHasTheSize) {
     EXPECT_EQ(screen.Widget().geometry(), QRect(50, 60, 300, 200));
 }
 
+TEST(Window, KeepsWhatTheDesktopGivesItWhileThatHoldsIt) {
+    Screen screen;
+    screen.Show();
+    QWidget& widget = screen.Widget();
+    widget.setWindowState(Qt::WindowMaximized);
+    EXPECT_TRUE(screen.Expect(kWindowHeld).GetBool("held"));
+    screen.Expect(B_ZOOM);
+    EXPECT_LT(screen.Messages().IndexOf(kWindowHeld), screen.Messages().IndexOf(B_WINDOW_RESIZED));
+    const QRect held = widget.geometry();
+    EXPECT_GT(held.width(), 300);
+
+    // On its way when the desktop took the window.
+    const size_t resized = screen.Messages().All(B_WINDOW_RESIZED).size();
+    screen.Window().SetFrame(BRect(70, 80, 169, 159), 5);
+    const BMessage truth = screen.Expect(B_WINDOW_RESIZED, resized + 1);
+    EXPECT_EQ(truth.GetInt32("serial", 0), 5);
+    EXPECT_EQ(truth.GetInt32("width", 0), held.width() - 1);
+    EXPECT_TRUE(widget.isMaximized());
+    EXPECT_EQ(widget.geometry(), held);
+
+    widget.setWindowState(Qt::WindowNoState);
+    EXPECT_FALSE(screen.Expect(kWindowHeld, 2).GetBool("held", true));
+    screen.Window().SetFrame(BRect(70, 80, 169, 159), 6);
+    EXPECT_TRUE(PumpUntil([&] { return widget.geometry() == QRect(70, 80, 100, 80); }));
+}
+
+TEST(Window, HeldByTheDesktopItComesBackFromFullScreenToThat) {
+    Screen screen;
+    screen.Show();
+    QWidget& widget = screen.Widget();
+    const auto settles = [&] {
+        return PumpUntil([&] { return static_cast<WindowWidget&>(widget).IsSettled(); });
+    };
+    widget.setWindowState(Qt::WindowMaximized);
+    screen.Expect(B_ZOOM);
+    const QRect held = widget.geometry();
+    const QRect whole = widget.screen()->geometry();
+    screen.Window().SetFrame(BRect(-1, -1, whole.width(), whole.height()), 1);
+    EXPECT_TRUE(PumpUntil([&] { return widget.isFullScreen(); }));
+    EXPECT_TRUE(settles());
+    screen.Window().SetFrame(KitRect(held), 2);
+    EXPECT_TRUE(PumpUntil([&] { return !widget.isFullScreen(); }));
+    EXPECT_TRUE(settles());
+    EXPECT_TRUE(widget.isMaximized());
+    EXPECT_EQ(widget.geometry(), held);
+    EXPECT_EQ(screen.Messages().All(kWindowHeld).size(), 1U);
+}
+
+TEST(Window, OfADialogKeepsTheSizeItTakes) {
+    Screen screen({BRect(50, 60, 349, 259), "Dialog", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+        B_NOT_ZOOMABLE});
+    screen.Show();
+    screen.Widget().setWindowState(Qt::WindowMaximized);
+    screen.Expect(B_ZOOM);
+    screen.Window().SetFrame(BRect(70, 80, 169, 159), 1);
+    EXPECT_TRUE(PumpUntil([&] { return screen.Widget().geometry() == QRect(70, 80, 100, 80); }));
+    EXPECT_TRUE(screen.Messages().All(kWindowHeld).empty());
+}
+
 TEST(Window, MinimisedInFullScreenItComesBackToThat) {
     Screen screen;
     screen.Show();

@@ -172,3 +172,74 @@ TEST(WindowFrame, OfManyReportsTheLastCounts) {
     });
     EXPECT_THAT(log.Entries(), ElementsAre("resized 249,100"));
 }
+
+TEST(WindowFrame, IsTheDesktopsWhileItHoldsTheWindow) {
+    Log log;
+    TestWindow window(new FrameWindow(log));
+    window->Show();
+    const BRect held(0, 24, 1023, 767);
+    window.Screen().Hold(true);
+    window.Screen().UserMove(held.LeftTop());
+    window.Screen().UserResize(held.Width(), held.Height());
+    window.Settle();
+    log.Clear();
+    window.Do([&] {
+        window->MoveTo(5, 6);
+        window->ResizeTo(300, 200);
+        window->MoveBy(10, 10);
+        window->ResizeBy(10, 10);
+        EXPECT_EQ(window->Frame(), held);
+        EXPECT_EQ(window->Bounds(), BRect(0, 0, 1023, 743));
+        EXPECT_EQ(window->NormalFrame(), BRect(100, 100, 199, 179));
+    });
+    window.Settle();
+    EXPECT_EQ(window.Screen().Frame(), held);
+    EXPECT_TRUE(log.Entries().empty());
+
+    window.Screen().Hold(false);
+    window.Settle();
+    window.Do([&] {
+        window->MoveTo(5, 6);
+        EXPECT_EQ(window->Frame(), BRect(5, 6, 1028, 749));
+        EXPECT_EQ(window->NormalFrame(), window->Frame());
+    });
+}
+
+TEST(WindowFrame, OfAHeldWindowMayCoverTheScreen) {
+    const BRect screen = recording::TheRecordingDisplay().MainScreenFrame();
+    const BRect covering(screen.left, screen.top - 20, screen.right, screen.bottom + 14);
+    const BRect before(100, 100, 199, 179);
+    TestWindow window(before);
+    window->Show();
+    const auto cover = [&] {
+        window->MoveTo(covering.LeftTop());
+        window->ResizeTo(covering.Width(), covering.Height());
+        EXPECT_EQ(window->Frame(), covering);
+    };
+    const BRect held(screen.left, screen.top + 24, screen.right, screen.bottom);
+    window.Screen().Hold(true);
+    window.Screen().UserMove(held.LeftTop());
+    window.Screen().UserResize(held.Width(), held.Height());
+    window.Settle();
+    for (int i = 0; i < 2; i++) {
+        window.Do(cover);
+        EXPECT_EQ(window.Screen().Frame(), covering);
+        window.Do([&] {
+            window->MoveTo(before.LeftTop());
+            window->ResizeTo(before.Width(), before.Height());
+            EXPECT_EQ(window->Frame(), held);
+            EXPECT_EQ(window->NormalFrame(), before);
+        });
+        EXPECT_EQ(window.Screen().Frame(), held);
+    }
+
+    // Taken while it covers the screen, it was somewhere before that.
+    window.Screen().Hold(false);
+    window.Screen().UserMove(before.LeftTop());
+    window.Screen().UserResize(before.Width(), before.Height());
+    window.Settle();
+    window.Do(cover);
+    window.Screen().Hold(true);
+    window.Settle();
+    window.Do([&] { EXPECT_EQ(window->NormalFrame(), before); });
+}
