@@ -72,7 +72,7 @@ TEST_F(Maximised, FitsAgainWhenItIsLetGo) {
     Maximise(true, kMaximised);
     Step(kMsgNextImage);
     Maximise(false, kFitted);
-    EXPECT_TRUE(HasBars(true, true));
+    EXPECT_TRUE(recording::WaitFor([&] { return HasBars(true, true); }));
     Step(kMsgPrevImage);
     EXPECT_EQ(Frame(), kFitted);
     Step(kMsgNextImage);
