@@ -103,6 +103,11 @@ class Window:
         at = self.handle.translate_coords(self.screen.root, 0, 0)
         return -at.x, -at.y, size.width, size.height
 
+    def decorations(self):
+        """What the window manager has put around it: left, right, top and bottom."""
+        value = self._property("_NET_FRAME_EXTENTS", Xatom.CARDINAL)
+        return tuple(value) if value is not None else (0, 0, 0, 0)
+
     def picture(self):
         """What the screen shows where the window is."""
         return of_one_moment(self.frame, self.screen.picture)

@@ -55,4 +55,8 @@ QRect BroughtOnto(const QRect& frame, const QRect& screen) {
         frame.height()};
 }
 
+QRect BroughtOnto(const QRect& frame, const QMargins& around, const QRect& screen) {
+    return BroughtOnto(frame.marginsAdded(around), screen).marginsRemoved(around);
+}
+
 }  // namespace BPrivate

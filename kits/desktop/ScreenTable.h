@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMargins>
 #include <QRect>
 #include <interface/Rect.h>
 #include <mutex>
@@ -58,5 +59,7 @@ bool CoversScreen(const QRect& frame, const QRect& screen);
 
 /// The frame moved as little as it takes to lie on the screen, its upper left corner at any rate.
 QRect BroughtOnto(const QRect& frame, const QRect& screen);
+/// The same with what is around it, of which as much has to be on the screen.
+QRect BroughtOnto(const QRect& frame, const QMargins& around, const QRect& screen);
 
 }  // namespace BPrivate

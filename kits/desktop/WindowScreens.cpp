@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QWindow>
 #include <app/Message.h>
+#include <utility>
 
 #include "kits/desktop/WindowWidget.h"
 
@@ -22,10 +23,13 @@ void WindowWidget::FollowHandle() {
 }
 
 bool WindowWidget::eventFilter(QObject* handle, QEvent* event) {
+    const bool isSeen =
+        event->type() == QEvent::Expose && handle == windowHandle() && windowHandle()->isExposed();
+    if (isSeen && std::exchange(fAppears, false))
+        BringOntoScreen();  // the desktop has told by now what it puts around the window
     // Only X11 leaves a restored window in doubt; see Restored().
     static const bool isX11 = QGuiApplication::platformName() == QLatin1String("xcb");
-    if (isX11 && event->type() == QEvent::Expose && handle == windowHandle() && isMinimized() &&
-        windowHandle()->isExposed())
+    if (isX11 && isSeen && isMinimized())
         fReappeared.start();
     return false;
 }

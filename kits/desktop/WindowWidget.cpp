@@ -59,7 +59,8 @@ WindowWidget::~WindowWidget() = default;
 void WindowWidget::SetContentFrame(BRect frame, int32 serial) {
     TellHeld();
     fFrameSerial = serial;
-    fFrame = PixelsOf(frame);
+    const QRect wanted = PixelsOf(frame);
+    fFrame = Grown(wanted);
     fContent.SetOrigin(fFrame.topLeft());
     const QRect screen = fScreens.Table()->Holding(fFrame).frame;
     if (CoversScreen(fFrame, screen)) {
@@ -76,6 +77,8 @@ void WindowWidget::SetContentFrame(BRect frame, int32 serial) {
         ApplyLimits();
         setGeometry(fFrame);
     }
+    if (fFrame != wanted)
+        TellMoved();
     PlaceContent();
     FollowScreen();
 }
@@ -137,6 +140,8 @@ void WindowWidget::ShowOnScreen() {
     QWindow* active = QGuiApplication::focusWindow();
     if (StaysAboveAnother(fFeel) && active != nullptr && windowHandle() != active)
         windowHandle()->setTransientParent(active);
+    BringOntoScreen();
+    fAppears = true;
     show();
     FollowHandle();
 }

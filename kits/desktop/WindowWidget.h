@@ -87,6 +87,14 @@ private:
     void ScreensChanged();
     ScreenPlace CurrentPlace() const;
 
+    // A dialog's place on it (DialogPlaces.cpp).
+    QMargins Decorations() const;
+    /// Where a dialog of that frame is seen whole, with its decorations; any other stays.
+    QRect SeenWhole(const QRect& frame) const;
+    void BringOntoScreen();
+    /// Before it gets the frame: one that grows stays whole on the screen.
+    QRect Grown(const QRect& frame) const;
+
     const BMessenger fTarget;
     ScreenWatch& fScreens;
     const std::shared_ptr<SharedPlace> fPlace;
@@ -100,6 +108,7 @@ private:
     int32 fFrameSerial = 0;
     ScreenPlace fToldPlace;
     bool fActive = false;
+    bool fAppears = false;  // shown, and not yet on the screen
 
     bool fCovers = false;  // shown by the full-screen state
     QRect fCovered;        // the screen it covers

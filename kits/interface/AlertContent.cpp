@@ -15,9 +15,7 @@ using namespace BPrivate;
 
 namespace {
 
-// What a window manager puts around a window is not known before the window is shown.
-constexpr float kTitleBar = 32;
-constexpr float kBesides = 16;
+constexpr float kBesides = 16;    // at least both borders
 constexpr float kHighest = 0.7F;  // of the screen
 
 char Lower(char c) {
@@ -103,7 +101,7 @@ void BAlert::Content::LayOut(const AlertAsker& asker) {
     parts.largest = {screen.Width() - kBesides, screen.Height() * kHighest};
 
     const AlertLayout layout = LayOutAlert(parts);
-    const BPoint place = PlaceOfAlert(layout.size, asker.Place(), screen, kTitleBar);
+    const BPoint place = PlaceOfAlert(layout.size, asker.Place(), screen);
     fAlert.MoveTo(place);
     fAlert.ResizeTo(layout.size.x, layout.size.y);
     const auto give = [](BView& view, BRect frame) {

@@ -96,13 +96,13 @@ AlertLayout LayOutAlert(const AlertParts& parts) {
     return layout;
 }
 
-BPoint PlaceOfAlert(BPoint size, BRect over, BRect screen, float titleBar) {
+BPoint PlaceOfAlert(BPoint size, BRect over, BRect screen) {
     const auto place = [](float middle, float extent, float low, float high) {
         const float wanted = std::floor(middle - extent / 2);
-        return std::max(low, std::min(wanted, high - extent));
+        return std::max(low, std::min(wanted, high - kLikelyBorder - extent));
     };
-    return {place((over.left + over.right) / 2, size.x, screen.left, screen.right),
-        place((over.top + over.bottom) / 2, size.y, screen.top + titleBar, screen.bottom)};
+    return {place((over.left + over.right) / 2, size.x, screen.left + kLikelyBorder, screen.right),
+        place((over.top + over.bottom) / 2, size.y, screen.top + kLikelyTitleBar, screen.bottom)};
 }
 
 }  // namespace BPrivate

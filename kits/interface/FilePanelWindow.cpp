@@ -16,9 +16,7 @@ constexpr BRect kFirstFrame(100, 100, 799, 579);
 
 constexpr float kLeastWidth = 320;
 constexpr float kLeastHeight = 240;
-// What a window manager puts around a window is not known before the window is shown.
-constexpr float kTitleBar = 32;
-constexpr float kBesides = 16;
+constexpr float kBesides = 16;  // at least both borders
 
 }  // namespace
 
@@ -44,9 +42,9 @@ void BFilePanel::PanelWindow::Appear(const BPrivate::AlertAsker& asker) {
         BPoint size;
         fView->GetPreferredSize(&size.x, &size.y);
         size.x = std::min(std::max(size.x, Bounds().Width()), screen.Width() - kBesides);
-        size.y =
-            std::min(std::max(size.y, Bounds().Height()), screen.Height() - kTitleBar - kBesides);
-        MoveTo(BPrivate::PlaceOfAlert(size, asker.Place(), screen, kTitleBar));
+        size.y = std::min(std::max(size.y, Bounds().Height()),
+            screen.Height() - BPrivate::kLikelyTitleBar - kBesides);
+        MoveTo(BPrivate::PlaceOfAlert(size, asker.Place(), screen));
         ResizeTo(size.x, size.y);
     }
     Show();

@@ -75,6 +75,29 @@ TEST(ScreenTable, BringsAFrameOntoAScreen) {
     EXPECT_EQ(BroughtOnto(QRect(-900, 500, 30, 20), screen), QRect(-900, 500, 30, 20));
 }
 
+TEST(ScreenTable, BringsAFrameOntoAScreenWithWhatIsAroundIt) {
+    const QRect screen(-1920, 100, 1920, 1080);
+    const QMargins around(3, 20, 4, 5);
+    const struct {
+        QRect frame;
+        QPoint place;
+    } rows[] = {
+        {QRect(-900, 500, 300, 200), {-900, 500}},
+        {QRect(-1917, 120, 300, 200), {-1917, 120}},
+        {QRect(-1918, 119, 300, 200), {-1917, 120}},
+        {QRect(-304, 975, 300, 200), {-304, 975}},
+        {QRect(-303, 976, 300, 200), {-304, 975}},
+        {QRect(-900, -5000, 300, 200), {-900, 120}},
+        // What has no room keeps its title bar.
+        {QRect(-900, 500, 300, 1060), {-900, 120}},
+        {QRect(-900, 500, 1915, 200), {-1917, 500}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(BroughtOnto(row.frame, around, screen), QRect(row.place, row.frame.size()))
+            << row.frame.x() << "," << row.frame.y();
+    }
+}
+
 QRect MainScreen() {
     return QGuiApplication::primaryScreen()->geometry();
 }

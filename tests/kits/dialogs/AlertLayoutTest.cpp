@@ -110,10 +110,10 @@ TEST(AlertLayout, OnATinyScreenTheTextKeepsSomeHeight) {
 TEST(AlertPlace, IsTheMiddleButOnTheScreen) {
     const BRect screen(0, 0, 1279, 1023);
     const BPoint size(299, 199);
-    EXPECT_EQ(PlaceOfAlert(size, BRect(400, 300, 799, 699), screen, 32), BPoint(450, 400));
-    EXPECT_EQ(PlaceOfAlert(size, BRect(0, 0, 99, 99), screen, 32), BPoint(0, 32));
-    EXPECT_EQ(PlaceOfAlert(size, BRect(1200, 1000, 1279, 1023), screen, 32), BPoint(980, 824));
+    EXPECT_EQ(PlaceOfAlert(size, BRect(400, 300, 799, 699), screen), BPoint(450, 400));
+    EXPECT_EQ(PlaceOfAlert(size, BRect(0, 0, 99, 99), screen), BPoint(5, 32));
+    EXPECT_EQ(PlaceOfAlert(size, BRect(1200, 1000, 1279, 1023), screen), BPoint(975, 819));
     const BRect second(1280, -200, 2559, 823);
-    EXPECT_EQ(PlaceOfAlert(size, BRect(1290, -200, 1300, -190), second, 32), BPoint(1280, -168));
-    EXPECT_EQ(PlaceOfAlert(BPoint(5000, 5000), screen, screen, 32), BPoint(0, 32));
+    EXPECT_EQ(PlaceOfAlert(size, BRect(1290, -200, 1300, -190), second), BPoint(1285, -168));
+    EXPECT_EQ(PlaceOfAlert(BPoint(5000, 5000), screen, screen), BPoint(5, 32));
 }
