@@ -3,6 +3,7 @@
 #include <cmath>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/Font.h>
 #include <interface/MenuField.h>
 #include <interface/RadioButton.h>
 #include <interface/StringView.h>
@@ -37,7 +38,14 @@ void adjust_divider(Control* control) {
     control->SetDivider(isEmpty ? 0.0F : std::ceil(label_width(label)) + kSpace);
 }
 
+// Three buttons and an icon, and room around them and the title.
+constexpr float kBesidesTitle = 110;
+
 }  // namespace
+
+float width_for_title(const char* title) {
+    return std::ceil(be_bold_font->StringWidth(title)) + kBesidesTitle;
+}
 
 void adjust_button_width(BButton* button) {
     adjust_width(button);

@@ -10,6 +10,9 @@ class BRadioButton;
 class BStringView;
 class BTextControl;
 
+/// The width a window needs for its title to be read whole beside what the desktop puts there.
+float width_for_title(const char* title);
+
 // The control gets the width it prefers, raised to a whole number; its height stays.
 void adjust_button_width(BButton* button);
 void adjust_cbox_width(BCheckBox* box);

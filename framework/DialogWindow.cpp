@@ -1,6 +1,7 @@
 #include "framework/DialogWindow.h"
 
 #include "framework/DialogView.h"
+#include "framework/FindChild.h"
 #include "framework/ShortCutFilter.h"
 
 #include <app/AppDefs.h>
@@ -31,7 +32,20 @@ void TDialogWindow::Init() {
 
 void TDialogWindow::Show() {
     (void)set_thread_priority(Thread(), kShownPriority);
+    FocusFirstComponent();
     TBasicWindow::Show();
+}
+
+void TDialogWindow::FocusFirstComponent() {
+    if (!Lock())
+        return;
+    BView* content = IsHidden() ? ChildAt(0) : nullptr;
+    if (content != nullptr) {
+        // Not where its user left it, which was the button that closed it.
+        if (BView* first = first_component(content))
+            first->MakeFocus(true);
+    }
+    Unlock();
 }
 
 void TDialogWindow::Hide() {

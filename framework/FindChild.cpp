@@ -1,5 +1,7 @@
 #include "framework/FindChild.h"
 
+#include <interface/Button.h>
+#include <interface/MenuField.h>
 #include <interface/TabView.h>
 #include <interface/View.h>
 #include <string_view>
@@ -26,6 +28,15 @@ BView* find_in_pages(const BTabView* tabView, const char* name) {
     return nullptr;
 }
 
+bool takes_keys(BView* view) {
+    if ((view->Flags() & B_NAVIGABLE) == 0)
+        return false;
+    if (const auto* field = dynamic_cast<const BMenuField*>(view))
+        return field->IsEnabled();
+    const auto* control = dynamic_cast<const BControl*>(view);
+    return control == nullptr || control->IsEnabled();
+}
+
 }  // namespace
 
 BView* find_view(BView* root, const char* name) {
@@ -35,4 +46,16 @@ BView* find_view(BView* root, const char* name) {
         return found;
     const auto* tabView = dynamic_cast<const BTabView*>(root);
     return tabView != nullptr ? find_in_pages(tabView, name) : nullptr;
+}
+
+BView* first_component(BView* root) {
+    for (int32 i = 0; BView* child = root->ChildAt(i); i++) {
+        if (child->IsHidden(child) || dynamic_cast<BButton*>(child) != nullptr)
+            continue;
+        if (takes_keys(child))
+            return child;
+        if (BView* found = first_component(child))
+            return found;
+    }
+    return nullptr;
 }

@@ -11,3 +11,7 @@ template <typename Kind>
 Kind* find_child(BView* root, const char* name) {
     return dynamic_cast<Kind*>(find_view(root, name));
 }
+
+/// The first view below `root`, depth first, that takes the keyboard now and is no button: where the
+/// user of a dialog begins. Null when there is none.
+BView* first_component(BView* root);

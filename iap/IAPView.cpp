@@ -2,6 +2,7 @@
 
 #include "framework/Accelerator.h"
 #include "framework/BasicWindow.h"
+#include "framework/FindChild.h"
 #include "framework/LanguageChangedFilter.h"
 #include "framework/MessageCodes.h"
 #include "iap/ComponentArchive.h"
@@ -118,6 +119,7 @@ void TIAPView::IAPAddComponentsRqtd(BMessage* request) {
         return;
     SetTargetToThis(this);
     SetViewLabels();
+    FocusComponent();
 }
 
 bool TIAPView::AddComponentNamed(const BMessage& request, const char* name) {
@@ -220,6 +222,15 @@ void TIAPView::SetComponents(int32 index) {
     }
     SetTargetToThis(this);
     SetViewLabels();
+    FocusComponent();
+}
+
+void TIAPView::FocusComponent() {
+    // Whoever is at one already stays there, or at a button.
+    if (Window() == nullptr || Window()->CurrentFocus() != nullptr)
+        return;
+    if (BView* first = first_component(this))
+        first->MakeFocus(true);
 }
 
 void TIAPView::ReplaceComponent(BView* old, BView* component) {

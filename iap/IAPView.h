@@ -53,6 +53,8 @@ private:
     /// Null for none.
     BView* FindComponent(const char* name) const;
     void HideWindow();
+    /// The first component has the keyboard unless another view has.
+    void FocusComponent();
 
     void LabelComponent(BView& component, const std::string& format) const;
     void LabelButtons(const std::string& format);

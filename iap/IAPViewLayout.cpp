@@ -4,6 +4,7 @@
 #include "framework/Adjust.h"
 #include "framework/LocalText.h"
 #include "iap/IAPView.h"
+#include "iap/IAPWindow.h"
 #include "iap/ItemNames.h"
 
 #include <algorithm>
@@ -95,7 +96,8 @@ void TIAPView::LabelButtons(const std::string& format) {
 
 void TIAPView::LayOut() {
     PlaceButtons();
-    float width = fButtonContainer->Frame().Width();
+    float width = std::max(fButtonContainer->Frame().Width(),
+        width_for_title(be_locale->GetString(TIAPWindow::kTitle)));
     float bottom = 0;
     for (int32 i = 0; BView* child = ChildAt(i); i++) {
         if (child == fButtonContainer)

@@ -42,7 +42,7 @@ void TIAPWindow::LanguageChanged() {
 }
 
 void TIAPWindow::SetWindowTitle() {
-    SetTitle(be_locale->GetString("ZELKAN Common Preferences"));
+    SetTitle(be_locale->GetString(kTitle));
 }
 
 port_id TIAPWindow::Port() const {

@@ -15,6 +15,8 @@ class TIAPView;
 /// its first Show() on, it has the port that the others reach it by.
 class TIAPWindow final : public TDialogWindow {
 public:
+    static constexpr char kTitle[] = "ZELKAN Common Preferences";  // to be translated
+
     /// @param frame its left top corner counts; the size is that of the content.
     explicit TIAPWindow(BRect frame);
     ~TIAPWindow() override;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <interface/Button.h>
 #include <interface/CheckBox.h>
+#include <interface/Font.h>
 #include <interface/MenuField.h>
 #include <interface/PopUpMenu.h>
 #include <interface/RadioButton.h>
@@ -68,6 +69,12 @@ TEST(Adjust, PutsTheMenuAfterTheLabel) {
     field.SetLabel("");
     adjust_mfield_divider(&field);
     EXPECT_EQ(field.Divider(), 0);
+}
+
+TEST(Adjust, AWindowHasRoomForItsTitleAndMore) {
+    const float empty = width_for_title("");
+    EXPECT_GT(empty, 90);
+    EXPECT_EQ(width_for_title("A title"), empty + std::ceil(be_bold_font->StringWidth("A title")));
 }
 
 }  // namespace

@@ -120,6 +120,19 @@ TEST_F(DialogTest, AButtonIsClickedByItsKey) {
     EXPECT_EQ(with_lock(fWindow, [&] { return fOpen->Value(); }), B_CONTROL_OFF);
 }
 
+TEST_F(DialogTest, TheKeyboardIsInTheFirstComponentWheneverItAppears) {
+    with_lock(fWindow, [&] {
+        EXPECT_TRUE(fCheck->IsFocus());  // the button before it is none
+        fDefault->MakeFocus(true);
+        fWindow->Show();  // it is shown already
+        fWindow->Hide();
+        EXPECT_TRUE(fDefault->IsFocus());
+        fWindow->Hide();
+        fWindow->Show();
+        EXPECT_TRUE(fCheck->IsFocus());
+    });
+}
+
 TEST_F(DialogTest, ACheckBoxIsToggledByItsKey) {
     Press('s', B_CONTROL_KEY);
     EXPECT_EQ(Logged(), Entries{"show"});

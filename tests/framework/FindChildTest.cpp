@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 #include <interface/Button.h>
+#include <interface/CheckBox.h>
+#include <interface/MenuField.h>
+#include <interface/PopUpMenu.h>
 #include <interface/StringView.h>
 #include <interface/TabView.h>
 
@@ -59,6 +62,29 @@ TEST(FindChild, FindsInEveryPageOfATabView) {
         EXPECT_NE(find_view(&root, "After"), nullptr);
         EXPECT_EQ(find_view(&root, "Missing"), nullptr);
     }
+}
+
+TEST(FirstComponent, IsTheFirstThatTakesTheKeyboardAndNoButton) {
+    BView root(kViewFrame, "Root", B_FOLLOW_NONE, 0);
+    EXPECT_EQ(first_component(&root), nullptr);
+    root.AddChild(new BButton(kViewFrame, "ButtonOK", "OK", nullptr));
+    root.AddChild(new BStringView(kViewFrame, "StrView", "Text"));
+    EXPECT_EQ(first_component(&root), nullptr);
+    BView* inner = add_view(&root, "Inner");
+    auto* disabled = new BCheckBox(kViewFrame, "CBoxA", "A", nullptr);
+    inner->AddChild(disabled);
+    disabled->SetEnabled(false);
+    auto* field = new BMenuField(kViewFrame, "MFieldB", "B", new BPopUpMenu("Menu"));
+    inner->AddChild(field);
+    auto* last = new BCheckBox(kViewFrame, "CBoxC", "C", nullptr);
+    root.AddChild(last);
+    EXPECT_EQ(first_component(&root), field);
+    field->SetEnabled(false);
+    EXPECT_EQ(first_component(&root), last);
+    disabled->SetEnabled(true);
+    EXPECT_EQ(first_component(&root), disabled);
+    inner->Hide();
+    EXPECT_EQ(first_component(&root), last);
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <interface/CheckBox.h>
 
+#include "framework/Adjust.h"
 #include "iap/IAPPortManager.h"
+#include "kits/locale/Catalogue.h"
 #include "tests/iap/WindowFixture.h"
 
 namespace {
@@ -73,6 +75,42 @@ TEST_F(IAPWindowTest, IsAsWideAsItsWidestComponent) {
     EXPECT_EQ(fScreen->Frame().Width(), component.Width() + 20);
     // The buttons stay at the right edge.
     EXPECT_EQ(FrameOf("ButtonContainer").right, component.right + 10);
+}
+
+TEST_F(IAPWindowTest, IsAsWideAsItsTitleNeeds) {
+    Open();
+    const float least = fScreen->Frame().Width();
+    EXPECT_GE(least, width_for_title(TIAPWindow::kTitle));
+    const std::string title(60, 'w');
+    BPrivate::set_catalogue({{TIAPWindow::kTitle, title}});
+    BMessage change(kMsgLanguageChanged);
+    EXPECT_EQ(BMessenger(fWindow).SendMessage(&change), B_OK);
+    Settle();
+    BPrivate::set_catalogue(BPrivate::catalogue_of("en"));
+    EXPECT_EQ(fScreen->Title(), title);
+    EXPECT_EQ(fScreen->Frame().Width(), width_for_title(title.c_str()));
+    EXPECT_EQ(FrameOf("ButtonContainer").right, fScreen->Frame().Width());
+}
+
+TEST_F(IAPWindowTest, TheKeyboardIsInTheFirstComponent) {
+    const auto focused = [this] {
+        return with_lock(fWindow, [this] {
+            const BView* focus = fWindow->CurrentFocus();
+            return std::string(focus != nullptr ? focus->Name() : "");
+        });
+    };
+    Open();
+    EXPECT_EQ(focused(), "");
+    Do(request_of({"First"}));
+    EXPECT_EQ(focused(), "XFirst");
+    Do(request_of({"Second"}));
+    EXPECT_EQ(focused(), "XFirst");
+    with_lock(fWindow, [this] { fWindow->FindView("XSecond")->MakeFocus(true); });
+    Do(request_of({"Third"}));
+    EXPECT_EQ(focused(), "XSecond");
+    // The components are other ones then.
+    Do(kMsgDefaults);
+    EXPECT_EQ(focused(), "XFirst");
 }
 
 TEST_F(IAPWindowTest, ShowsAComponentOnce) {
