@@ -1,7 +1,6 @@
 #include "framework/DialogWindow.h"
 
 #include "framework/DialogView.h"
-#include "framework/FindChild.h"
 #include "framework/ShortCutFilter.h"
 
 #include <app/AppDefs.h>
@@ -32,19 +31,17 @@ void TDialogWindow::Init() {
 
 void TDialogWindow::Show() {
     (void)set_thread_priority(Thread(), kShownPriority);
-    FocusFirstComponent();
+    ForgetFocus();
     TBasicWindow::Show();
 }
 
-void TDialogWindow::FocusFirstComponent() {
+void TDialogWindow::ForgetFocus() {
     if (!Lock())
         return;
-    BView* content = IsHidden() ? ChildAt(0) : nullptr;
-    if (content != nullptr) {
-        // Not where its user left it, which was the button that closed it.
-        if (BView* first = first_component(content))
-            first->MakeFocus(true);
-    }
+    // Its user left it at the button that closed it, and begins again with the first component.
+    BView* focus = IsHidden() ? CurrentFocus() : nullptr;
+    if (focus != nullptr)
+        focus->MakeFocus(false);
     Unlock();
 }
 

@@ -15,7 +15,7 @@ public:
     TDialogWindow(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags,
         uint32 workspaces = B_CURRENT_WORKSPACE);
 
-    /// Gives the keyboard to the first component when the window was hidden.
+    /// No view has the keyboard then when the window was hidden.
     void Show() override;
     void Hide() override;
     void MessageReceived(BMessage* message) override;
@@ -35,7 +35,7 @@ public:
 
 private:
     void Init();
-    void FocusFirstComponent();
+    void ForgetFocus();
 
     BMessenger fTarget;
     std::unique_ptr<BMessage> fMessage;

@@ -34,6 +34,9 @@ public:
     /// To every running application.
     void SendMessage(BMessage* message) const;
 
+    /// The first component has the keyboard unless another view has. Its window is locked.
+    void FocusComponent();
+
     void ButtonOKClicked();
     void ButtonCancelClicked();
     void ButtonDefaultsClicked();
@@ -53,8 +56,6 @@ private:
     /// Null for none.
     BView* FindComponent(const char* name) const;
     void HideWindow();
-    /// The first component has the keyboard unless another view has.
-    void FocusComponent();
 
     void LabelComponent(BView& component, const std::string& format) const;
     void LabelButtons(const std::string& format);

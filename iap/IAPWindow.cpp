@@ -23,6 +23,10 @@ TIAPWindow::~TIAPWindow() {
 
 void TIAPWindow::Show() {
     TDialogWindow::Show();
+    if (Lock()) {
+        fView->FocusComponent();
+        Unlock();
+    }
     if (fPortManager != nullptr)
         return;
     // Only once the window runs: what arrives is for its thread.

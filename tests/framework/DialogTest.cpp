@@ -120,17 +120,20 @@ TEST_F(DialogTest, AButtonIsClickedByItsKey) {
     EXPECT_EQ(with_lock(fWindow, [&] { return fOpen->Value(); }), B_CONTROL_OFF);
 }
 
-TEST_F(DialogTest, TheKeyboardIsInTheFirstComponentWheneverItAppears) {
+TEST_F(DialogTest, TheKeyboardIsInNoViewWheneverItAppears) {
     with_lock(fWindow, [&] {
-        EXPECT_TRUE(fCheck->IsFocus());  // the button before it is none
+        EXPECT_EQ(fWindow->CurrentFocus(), nullptr);
         fDefault->MakeFocus(true);
         fWindow->Show();  // it is shown already
         fWindow->Hide();
         EXPECT_TRUE(fDefault->IsFocus());
         fWindow->Hide();
         fWindow->Show();
-        EXPECT_TRUE(fCheck->IsFocus());
+        EXPECT_EQ(fWindow->CurrentFocus(), nullptr);
     });
+    Press(B_TAB);
+    EXPECT_EQ(Logged(), Entries{});
+    EXPECT_TRUE(with_lock(fWindow, [&] { return fOpen->IsFocus(); }));
 }
 
 TEST_F(DialogTest, ACheckBoxIsToggledByItsKey) {

@@ -111,6 +111,11 @@ TEST_F(IAPWindowTest, TheKeyboardIsInTheFirstComponent) {
     // The components are other ones then.
     Do(kMsgDefaults);
     EXPECT_EQ(focused(), "XFirst");
+    // However it was closed.
+    with_lock(fWindow, [this] { fWindow->FindView("ButtonCancel")->MakeFocus(true); });
+    Do(kMsgCancel);
+    fWindow->Show();
+    EXPECT_EQ(focused(), "XFirst");
 }
 
 TEST_F(IAPWindowTest, ShowsAComponentOnce) {
