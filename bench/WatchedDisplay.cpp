@@ -64,6 +64,9 @@ public:
         if (gListener)
             gListener({Clock::now(), ThreadMilliseconds(), CentreOf(backBuffer), gettid()});
     }
+    void SetGround(rgb_color color) override { fWindow->SetGround(color); }
+    void Hold() override { fWindow->Hold(); }
+    void Release() override { fWindow->Release(); }
 
 private:
     std::unique_ptr<BPrivate::DisplayWindow> fWindow;

@@ -17,6 +17,8 @@ Extent TLorivaneView::ImageArea() const {
 
 // With a comment the two are put together off the screen, so that it is never seen half drawn.
 void TLorivaneView::Draw(BRect) {
+    // It is also what a window that is being made larger has where nothing was drawn yet.
+    SetLowColor(gPrefs.fColors[kColorBackground]);
     bool locked = fOffscreenBitmap && fOffscreenBitmap->Lock();
     const bool hasBand = Band() != nullptr;
     // Without an image it keeps a size from before.

@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <algorithm>
 #include <optional>
-#include <qdrawutil.h>
 
 #include "kits/desktop/ControlWidget.h"
 
@@ -72,14 +71,15 @@ private:
 
     void DrawLine(QPainter& painter) {
         const bool vertical = width() < height();
-        const QPoint start(vertical ? (width() - 1) / 2 : 0, vertical ? 0 : (height() - 1) / 2);
-        const QPoint end = vertical ? QPoint(start.x(), height()) : QPoint(width(), start.y());
-        if (fBorder == B_PLAIN_BORDER) {
-            painter.setPen(palette().color(QPalette::Dark));
-            painter.drawLine(start, end);
-        } else {
-            qDrawShadeLine(&painter, start, end, palette(), true, 1, 0);
-        }
+        const int lines = fBorder == B_PLAIN_BORDER ? 1 : 2;
+        const int first = std::max(0, (std::min(width(), height()) - lines) / 2);
+        const auto draw = [&](int at, QPalette::ColorRole role) {
+            const QRect line = vertical ? QRect(at, 0, 1, height()) : QRect(0, at, width(), 1);
+            painter.fillRect(line, palette().color(role));
+        };
+        draw(first, QPalette::Dark);
+        if (lines == 2)
+            draw(first + 1, QPalette::Light);
     }
 
     void DrawPlain(QPainter& painter) {

@@ -16,6 +16,7 @@
 #include "kits/app/MessageAccess.h"
 #include "kits/desktop/Keys.h"
 #include "kits/desktop/UriList.h"
+#include "kits/desktop/WindowGround.h"
 
 namespace BPrivate {
 
@@ -58,6 +59,17 @@ ContentWidget::~ContentWidget() = default;
 void ContentWidget::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     fImage->Paint(painter, event->region(), size());
+}
+
+void ContentWidget::SetGround(const QColor& color) {
+    fImage->SetGround(color);
+    SetWindowGround(*window(), color);
+    update();
+}
+
+void ContentWidget::showEvent(QShowEvent*) {
+    // The window is made by now, and not seen yet.
+    SetWindowGround(*window(), fImage->Ground());
 }
 
 void ContentWidget::keyPressEvent(QKeyEvent* event) {

@@ -30,11 +30,14 @@ public:
     const ReadableViews& Readables() const { return fReadables; }
     /// Where the kits have the content's upper left corner on the screen.
     void SetOrigin(QPoint origin) { fOrigin = origin; }
+    /// The colour of what nothing was presented for yet.
+    void SetGround(const QColor& color);
     /// Tells the modifiers if they are others than were told.
     void TellModifiers();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;

@@ -37,8 +37,6 @@ QRect PixelsOf(BRect rect) {
         QPoint(PixelAt(rect.right), PixelAt(rect.bottom)));
 }
 
-FrontImage::FrontImage(QColor empty) : fEmpty(std::move(empty)) {}
-
 bool FrontImage::Present(const PixelBuffer& buffer, QRect area) {
     const QRect whole(0, 0, buffer.width, buffer.height);
     area &= whole;
@@ -48,66 +46,77 @@ bool FrontImage::Present(const PixelBuffer& buffer, QRect area) {
     const std::lock_guard lock(fLock);
     const auto ratio = qreal{buffer.ratio};
     // Pixels of two ratios side by side would be a jumble.
-    if (!fImage.isNull() && fRatio != ratio)
+    if (!fComing.isNull() && fComingRatio != ratio)
         area = whole;
-    fRatio = ratio;
-    if (fImage.size() != whole.size())
-        Resize(whole.size(), area);
-    if (fImage.isNull())
+    fComingRatio = ratio;
+    if (fComing.size() != whole.size())
+        Resize(whole.size());
+    if (fComing.isNull())
         return false;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(
                                buffer.bits + static_cast<ptrdiff_t>(y) * buffer.bytesPerRow) +
             area.left();
-        auto* to = reinterpret_cast<QRgb*>(fImage.scanLine(y)) + area.left();
+        auto* to = reinterpret_cast<QRgb*>(fComing.scanLine(y)) + area.left();
         // The format wants its fourth byte set, or a compositor may see through the window.
         for (int x = 0; x < area.width(); ++x)
             to[x] = from[x] | 0xff000000U;
     }
-    const bool idle = fChanged.isEmpty();
-    fChanged |= Around(area, 1 / ratio);
-    return idle;
+    fChanged += area;
+    return true;
 }
 
-void FrontImage::Resize(QSize size, const QRect& area) {
+void FrontImage::Resize(QSize size) {
     QImage image(size, QImage::Format_RGB32);
-    if (!image.isNull() && area.size() != size) {
-        image.fill(fEmpty);
-        QPainter(&image).drawImage(0, 0, fImage);
+    fChanged &= QRect(QPoint(), size);
+    if (!image.isNull() && !fChanged.isEmpty()) {
+        QPainter painter(&image);
+        painter.setClipRegion(fChanged);
+        painter.drawImage(0, 0, fComing);
     }
-    fImage = std::move(image);
+    fComing = std::move(image);
 }
 
 QRect FrontImage::TakeChanged() {
     const std::lock_guard lock(fLock);
-    return std::exchange(fChanged, QRect());
+    if (fChanged.isEmpty())
+        return {};
+    const QRegion changed = std::exchange(fChanged, QRegion());
+    fRatio = fComingRatio;
+    const QRect units = Around(changed.boundingRect(), 1 / fRatio);
+    if (changed == QRegion(fComing.rect())) {
+        // All of it: what was seen is the memory for what comes next.
+        fImage.swap(fComing);
+        if (fComing.size() != fImage.size())
+            fComing = QImage(fImage.size(), QImage::Format_RGB32);
+        return units;
+    }
+    if (fImage.size() != fComing.size()) {
+        QImage image(fComing.size(), QImage::Format_RGB32);
+        image.fill(fGround);
+        QPainter(&image).drawImage(0, 0, fImage);
+        fImage = std::move(image);
+    }
+    QPainter painter(&fImage);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRect& rect : changed)
+        painter.drawImage(rect.topLeft(), fComing, rect);
+    return units;
 }
 
 void FrontImage::Paint(QPainter& painter, const QRegion& region, QSize window) {
-    const std::lock_guard lock(fLock);
     // From here on a unit of the painter's is a pixel of the image, which Qt then copies.
     const qreal ratio = RatioFor(painter, fRatio);
     painter.save();
     painter.scale(1 / ratio, 1 / ratio);
     const QRect whole = Around(QRect(QPoint(), window), ratio);
-    const int width = fImage.width();
-    const int height = fImage.height();
-    QColor right = fEmpty;
-    QColor below = fEmpty;
-    if (!fImage.isNull()) {
-        right = fImage.pixelColor(width - 1, height / 2);
-        below = fImage.pixelColor(width / 2, height - 1);
-    }
-    const QRect beside(width, 0, whole.width() - width, height);
-    const QRect under(0, height, whole.width(), whole.height() - height);
     for (const QRect& rect : region) {
         const QRect area = Around(rect, ratio) & whole;
-        if (const QRect inside = area & fImage.rect(); !inside.isEmpty())
+        const QRect inside = area & fImage.rect();
+        if (!inside.isEmpty())
             painter.drawImage(inside.topLeft(), fImage, inside);
-        if (area.intersects(beside))
-            painter.fillRect(area & beside, right);
-        if (area.intersects(under))
-            painter.fillRect(area & under, below);
+        for (const QRect& beyond : QRegion(area) - inside)
+            painter.fillRect(beyond, fGround);
     }
     painter.restore();
 }

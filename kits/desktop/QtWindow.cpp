@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "kits/desktop/ScreenWatch.h"
@@ -25,58 +26,91 @@ int Pixels(float units) {
 QtWindow::QtWindow(std::shared_ptr<MainThread> thread, const Keyboard& keyboard,
     ScreenWatch& screens, const WindowSpec& spec, const BMessenger& target, QColor empty)
     : fThread(std::move(thread)), fImage(std::make_shared<FrontImage>(std::move(empty))),
-      fSlot(std::make_shared<Slot>()), fScreens(screens.Table()),
+      fCarrier(std::make_shared<Carrier>(fImage)), fScreens(screens.Table()),
       fPlace(std::make_shared<SharedPlace>(fScreens->Holding(PixelsOf(spec.frame)))),
       fFrame(spec.frame) {
     fThread->Post(
-        [slot = fSlot, image = fImage, place = fPlace, &keyboard, &screens, spec, target] {
-            slot->widget = new WindowWidget(spec, target, image, keyboard, screens, place);
+        [carrier = fCarrier, image = fImage, place = fPlace, &keyboard, &screens, spec, target] {
+            carrier->widget = new WindowWidget(spec, target, image, keyboard, screens, place);
         });
 }
 
 QtWindow::~QtWindow() {
-    Post([](WindowWidget& widget) {
+    Do([](WindowWidget& widget) {
         widget.hide();
         widget.deleteLater();
     });
 }
 
-void QtWindow::Post(std::function<void(WindowWidget&)> work) {
-    fThread->Post([slot = fSlot, work = std::move(work)] { work(*slot->widget); });
+void QtWindow::Carrier::Carry() {
+    QRect changed;
+    std::vector<WindowChanges::Change> more = changes.Take(changed);
+    taken.insert(
+        taken.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    // One that serves events meanwhile leaves the rest to who carries within.
+    while (!taken.empty()) {
+        const WindowChanges::Change change = std::move(taken.front());
+        taken.pop_front();
+        change(*widget);
+    }
+    // Qt paints once, when it has served this.
+    widget->Content().update(changed);
+}
+
+void QtWindow::CarryIf(bool isToBeTold) {
+    if (isToBeTold)
+        fThread->Post([carrier = fCarrier] { carrier->Carry(); });
+}
+
+void QtWindow::Change(WindowChanges::Change change) {
+    CarryIf(fCarrier->changes.Add(std::move(change)));
+}
+
+void QtWindow::Do(WindowChanges::Change change) {
+    Change(std::move(change));
+    Release();
+}
+
+void QtWindow::Hold() {
+    fCarrier->changes.Hold();
+}
+
+void QtWindow::Release() {
+    CarryIf(fCarrier->changes.Release());
 }
 
 void QtWindow::SetTitle(const std::string& title) {
-    Post([title](WindowWidget& widget) { widget.setWindowTitle(QString::fromStdString(title)); });
+    Change([title](WindowWidget& widget) { widget.setWindowTitle(QString::fromStdString(title)); });
 }
 
 void QtWindow::SetFrame(BRect frame, int32 serial) {
     fFrame = frame;
-    Post([=](WindowWidget& widget) { widget.SetContentFrame(frame, serial); });
+    Change([=](WindowWidget& widget) { widget.SetContentFrame(frame, serial); });
 }
 
 void QtWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight) {
     const QSize smallest(Pixels(minWidth), Pixels(minHeight));
     const QSize largest(Pixels(maxWidth), Pixels(maxHeight));
-    Post([=](WindowWidget& widget) { widget.SetSizeLimits(smallest, largest); });
+    Change([=](WindowWidget& widget) { widget.SetSizeLimits(smallest, largest); });
 }
 
 void QtWindow::Show() {
     // The main thread knows better from then on where the window is.
     if (!std::exchange(fWasShown, true))
         fPlace->Set(fScreens->Holding(PixelsOf(fFrame)));
-    Post([](WindowWidget& widget) { widget.ShowOnScreen(); });
+    Do([](WindowWidget& widget) { widget.ShowOnScreen(); });
 }
 
 void QtWindow::Hide() {
-    Post([](WindowWidget& widget) { widget.hide(); });
+    Do([](WindowWidget& widget) { widget.hide(); });
 }
 
 void QtWindow::Activate() {
-    Post([](WindowWidget& widget) { widget.BringToFront(); });
+    Do([](WindowWidget& widget) { widget.BringToFront(); });
 }
 
 void QtWindow::ActivateWith(const std::string& token) {
-    Post([token](WindowWidget& widget) {
+    Do([token](WindowWidget& widget) {
         // On Wayland Qt looks for it there when it asks for the focus.
         if (!token.empty() && QGuiApplication::platformName() == QLatin1String("wayland"))
             qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
@@ -85,7 +119,7 @@ void QtWindow::ActivateWith(const std::string& token) {
 }
 
 void QtWindow::Minimize(bool minimize) {
-    Post([=](WindowWidget& widget) { widget.Minimize(minimize); });
+    Do([=](WindowWidget& widget) { widget.Minimize(minimize); });
 }
 
 BRect QtWindow::ScreenFrame() {
@@ -101,33 +135,36 @@ ScreenPlace QtWindow::Place() const {
 }
 
 void QtWindow::SetControl(ControlId id, const ControlState& state, int32 serial) {
-    Post([=](WindowWidget& widget) { widget.Content().Controls().Set(id, state, serial); });
+    Change([=](WindowWidget& widget) { widget.Content().Controls().Set(id, state, serial); });
 }
 
 void QtWindow::PlaceControl(ControlId id, const ControlPlace& place) {
-    Post([=](WindowWidget& widget) { widget.Content().Controls().Place(id, place); });
+    Change([=](WindowWidget& widget) { widget.Content().Controls().Place(id, place); });
 }
 
 void QtWindow::RemoveControl(ControlId id) {
-    Post([=](WindowWidget& widget) { widget.Content().Controls().Remove(id); });
+    Change([=](WindowWidget& widget) { widget.Content().Controls().Remove(id); });
 }
 
 void QtWindow::OpenMenu(ControlId bar, int32 item) {
-    Post([=](WindowWidget& widget) { widget.Content().Controls().OpenMenu(bar, item); });
+    Do([=](WindowWidget& widget) { widget.Content().Controls().OpenMenu(bar, item); });
 }
 
 void QtWindow::SetReadableView(int32 id, const ReadableView& view) {
-    Post([=](WindowWidget& widget) { widget.Content().Readables().Set(id, view); });
+    Change([=](WindowWidget& widget) { widget.Content().Readables().Set(id, view); });
 }
 
 void QtWindow::RemoveReadableView(int32 id) {
-    Post([=](WindowWidget& widget) { widget.Content().Readables().Remove(id); });
+    Change([=](WindowWidget& widget) { widget.Content().Readables().Remove(id); });
 }
 
 void QtWindow::Present(const PixelBuffer& backBuffer, BRect area) {
-    if (!fImage->Present(backBuffer, PixelsOf(area)))
-        return;
-    Post([image = fImage](WindowWidget& widget) { widget.Content().update(image->TakeChanged()); });
+    CarryIf(fCarrier->changes.Present(backBuffer, PixelsOf(area)));
+}
+
+void QtWindow::SetGround(rgb_color color) {
+    const QColor ground(color.red, color.green, color.blue);
+    Change([ground](WindowWidget& widget) { widget.Content().SetGround(ground); });
 }
 
 }  // namespace BPrivate

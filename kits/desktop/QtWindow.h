@@ -1,13 +1,14 @@
 #pragma once
 
 #include <app/Messenger.h>
-#include <functional>
+#include <deque>
 #include <memory>
 
 #include "kits/desktop/FrontImage.h"
 #include "kits/desktop/Keyboard.h"
 #include "kits/desktop/MainThread.h"
 #include "kits/desktop/ScreenTable.h"
+#include "kits/desktop/WindowChanges.h"
 #include "kits/interface/Display.h"
 
 namespace BPrivate {
@@ -41,19 +42,33 @@ public:
     void SetReadableView(int32 id, const ReadableView& view) override;
     void RemoveReadableView(int32 id) override;
     void Present(const PixelBuffer& backBuffer, BRect area) override;
+    void SetGround(rgb_color color) override;
+    void Hold() override;
+    void Release() override;
 
 private:
-    /// Where the main thread keeps the widget once it has made it.
-    struct Slot {
-        WindowWidget* widget = nullptr;
+    /// The main thread's side.
+    struct Carrier {
+        explicit Carrier(std::shared_ptr<FrontImage> image) : changes(std::move(image)) {}
+
+        WindowChanges changes;
+        WindowWidget* widget = nullptr;           // once it is made
+        std::deque<WindowChanges::Change> taken;  // and not carried out yet
+
+        /// Carries out what is on its way.
+        void Carry();
     };
 
-    void Post(std::function<void(WindowWidget&)> work);
+    /// A change that is kept while changes are.
+    void Change(WindowChanges::Change change);
+    /// One that is carried out at once, after all before it.
+    void Do(WindowChanges::Change change);
+    void CarryIf(bool isToBeTold);
     ScreenPlace Place() const;
 
     const std::shared_ptr<MainThread> fThread;
     const std::shared_ptr<FrontImage> fImage;
-    const std::shared_ptr<Slot> fSlot;
+    const std::shared_ptr<Carrier> fCarrier;
     const std::shared_ptr<ScreenTable> fScreens;
     const std::shared_ptr<SharedPlace> fPlace;
     // Until it is first shown, a window is where the kits want it.

@@ -305,6 +305,14 @@ public:
     /// Shows the given area of the back buffer on the screen. The buffer covers the whole window
     /// content and its alpha is ignored; the area is in pixels of the buffer, edges included.
     virtual void Present(const PixelBuffer& backBuffer, BRect area) = 0;
+    /// What the window shows where nothing was presented yet, as after the user made it larger.
+    virtual void SetGround(rgb_color color) = 0;
+
+    /// From Hold() on changes of the title, the frame and the controls are kept. The next Present()
+    /// has them seen together with its picture, in one paint, Release() without one. A Release()
+    /// ends the holding; so do the calls that show, hide, activate or minimize the window.
+    virtual void Hold() = 0;
+    virtual void Release() = 0;
 };
 
 // Private to the kits.

@@ -257,17 +257,18 @@ bool BWindow::NeedsUpdate() const {
 }
 
 void BWindow::UpdateIfNeeded() {
+    fData->HandDownChanges();
     fData->surface.Update();
 }
 
 void BWindow::Flush() const {
     fData->HandDownChanges();
     fData->surface.Flush();
+    fData->Screen()->Release();
 }
 
 void BWindow::Sync() const {
-    fData->HandDownChanges();
-    fData->surface.Flush();
+    Flush();
 }
 
 void BWindow::DisableUpdates() {

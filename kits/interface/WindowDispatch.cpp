@@ -70,6 +70,14 @@ bool IsDraggedOn(BMessageQueue& queue, const BMessage& event) {
     return again;
 }
 
+/// Whether a view has yet to be told its new size. It would draw what belongs to the size before.
+bool IsAViewToBeResized(BMessageQueue& queue) {
+    queue.Lock();
+    const bool is = queue.FindMessage(B_VIEW_RESIZED, 0) != nullptr;
+    queue.Unlock();
+    return is;
+}
+
 bool IsForPreferredHandler(const BMessage& message) {
     return BPrivate::MessengerAccess::HandlerToken(BPrivate::MessageAccess::Target(message)) == 0;
 }
@@ -86,6 +94,9 @@ void PassOn(BMessage& message) {
 }  // namespace
 
 BHandler* BWindow::DetermineTarget(BMessage* message, BHandler* target) {
+    // What becomes of the message is one change on the screen.
+    if (fData->Screen() != nullptr)
+        fData->Screen()->Hold();
     // A menu item's, for example. The view that has the focus is not meant.
     if (message->what == B_QUIT_REQUESTED && IsForPreferredHandler(*message))
         return this;
@@ -129,7 +140,8 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
     switch (message->what) {
     case _UPDATE_:
         fData->surface.UpdateArrived();
-        fData->surface.Update();
+        if (!IsAViewToBeResized(*MessageQueue()) || !fData->surface.PutOffUpdate())
+            fData->surface.Update();
         break;
     case B_WINDOW_RESIZED:
         if (IsOvertaken(*MessageQueue(), *message))
@@ -194,7 +206,12 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
 
 void BWindow::MessageDispatched() {
     fData->HandDownChanges();
+    // The controls wait for the picture that belongs to them.
+    if (fData->surface.UpdateComes())
+        return;
     fData->surface.Flush();
+    if (fData->Screen() != nullptr)
+        fData->Screen()->Release();
 }
 
 void BWindow::MessageReceived(BMessage* message) {

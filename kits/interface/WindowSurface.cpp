@@ -117,7 +117,14 @@ void WindowSurface::AskForUpdate() {
     fUpdateComes = fWindow.PostMessage(_UPDATE_) == B_OK;
 }
 
+bool WindowSurface::PutOffUpdate() {
+    if (!std::exchange(fIsPutOff, true))
+        AskForUpdate();
+    return fUpdateComes;
+}
+
 void WindowSurface::Update() {
+    fIsPutOff = false;
     if (!fShown || fUpdating || fDisabled > 0 || fDirty.IsEmpty())
         return;
     // What becomes invalid while drawing is for the next update.
@@ -127,7 +134,30 @@ void WindowSurface::Update() {
     fScaleIsNew = false;
     Draw(*fTop);
     fUpdating = false;
+    TellGround();
     Flush();
+}
+
+// The user's new area has the background of what will be drawn there: the largest view's.
+void WindowSurface::TellGround() {
+    const BView* largest = nullptr;
+    float most = 0;
+    for (const auto& child : fTop->fChildren) {
+        const float area = child->Bounds().Width() * child->Bounds().Height();
+        if (child->fHideLevel > 0 || child->fPeer != nullptr || area <= most)
+            continue;
+        largest = child.get();
+        most = area;
+    }
+    DisplayWindow* screen = fWindow.fData->Screen();
+    if (largest == nullptr || screen == nullptr)
+        return;
+    const bool isErased = largest->fViewColor != B_TRANSPARENT_COLOR;
+    const rgb_color ground = isErased ? largest->fViewColor : largest->fLowColor;
+    if (fGround == ground)
+        return;
+    fGround = ground;
+    screen->SetGround(ground);
 }
 
 void WindowSurface::Draw(BView& view) {

@@ -2,6 +2,7 @@
 
 #include <interface/View.h>
 #include <memory>
+#include <optional>
 
 #include "kits/interface/PixelStorage.h"
 #include "kits/interface/ViewRoot.h"
@@ -35,8 +36,13 @@ public:
     void EnableUpdates();
 
     bool NeedsUpdate() const { return !fDirty.IsEmpty(); }
+    /// Whether a message that lets the views draw is on its way.
+    bool UpdateComes() const { return fShown && fUpdateComes && NeedsUpdate(); }
     /// Lets the views draw what is to be drawn, and shows it.
     void Update();
+    /// Has what asks for an update delivered once more, after what waits by now; false when it has
+    /// been put off already.
+    bool PutOffUpdate();
     /// The message that asks for an update was delivered.
     void UpdateArrived() { fUpdateComes = false; }
 
@@ -54,6 +60,7 @@ public:
 private:
     void Draw(BView& view);
     void AskForUpdate();
+    void TellGround();
 
     BWindow& fWindow;
     std::unique_ptr<BView> fTop;
@@ -70,6 +77,8 @@ private:
     ClipRegion fDirty;       // units
     ClipRegion fUpdateClip;  // units
     PixelRect fDrawn;        // pixels
+    bool fIsPutOff = false;
+    std::optional<rgb_color> fGround;  // as the screen knows it
 };
 
 }  // namespace BPrivate

@@ -70,6 +70,14 @@ struct Limits {
     float maxHeight = 0;
 };
 
+/// What a window had seen of it at one moment.
+struct Seen {
+    int changes = 0;  ///< of the title, the frame and the controls
+    bool picture = false;
+
+    bool operator==(const Seen&) const = default;
+};
+
 /// Tells who waits in WaitFor() that something was written down.
 void Changed();
 
@@ -93,6 +101,9 @@ public:
     /// Every area presented so far.
     std::vector<BRect> Presented() const;
     Picture Shown() const;
+    /// All that was seen so far, what was seen together in one entry.
+    std::vector<Seen> Moments() const;
+    rgb_color Ground() const;
     std::vector<Control> Controls() const;  ///< by id
     /// By label, or by the view's name; nothing when there is none.
     std::optional<Control> FindControl(const std::string& name) const;
@@ -179,6 +190,10 @@ private:
     Limits fLimits;
     std::vector<BRect> fPresented;
     Picture fPicture;
+    std::vector<Seen> fSeen;
+    bool fHolds = false;
+    int fKept = 0;
+    rgb_color fGround{0, 0, 0, 0};
     std::map<ControlId, Control> fControls;
     std::map<int32, BPrivate::ReadableView> fReadableViews;
     std::vector<std::pair<ControlId, int32>> fOpenedMenus;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace recording {
 
@@ -37,6 +38,7 @@ RecordingWindow::~RecordingWindow() {
 
 void RecordingWindow::SetTitle(const std::string& title) {
     fWindow->_Change([&] { fWindow->fTitle = title; });
+    _Count();
 }
 
 void RecordingWindow::SetFrame(BRect frame, int32 serial) {
@@ -44,6 +46,7 @@ void RecordingWindow::SetFrame(BRect frame, int32 serial) {
         fWindow->fFrame = frame;
         fWindow->fFrameSerial = serial;
     });
+    _Count();
 }
 
 void RecordingWindow::SetSizeLimits(
@@ -91,14 +94,17 @@ void RecordingWindow::SetControl(ControlId id, const ControlState& state, int32 
         control.state = state;
         control.serial = serial;
     });
+    _Count();
 }
 
 void RecordingWindow::PlaceControl(ControlId id, const ControlPlace& place) {
     fWindow->_Change([&] { fWindow->fControls.at(id).place = place; });
+    _Count();
 }
 
 void RecordingWindow::RemoveControl(ControlId id) {
     fWindow->_Change([&] { fWindow->fControls.erase(id); });
+    _Count();
 }
 
 void RecordingWindow::SetReadableView(int32 id, const BPrivate::ReadableView& view) {
@@ -120,6 +126,7 @@ void RecordingWindow::Present(const BPrivate::PixelBuffer& backBuffer, BRect are
                 0);
         }
         fWindow->fPresented.push_back(area);
+        fWindow->fSeen.push_back({std::exchange(fWindow->fKept, 0), true});
         const auto left = static_cast<std::size_t>(area.left);
         const auto length = 4 * Extent(area.Width());
         for (auto y = static_cast<std::size_t>(area.top);
@@ -132,6 +139,31 @@ void RecordingWindow::Present(const BPrivate::PixelBuffer& backBuffer, BRect are
             for (std::size_t i = 3; i < length; i += 4)
                 picture.bits[to + i] = 255;
         }
+    });
+}
+
+void RecordingWindow::SetGround(rgb_color color) {
+    fWindow->_Change([&] { fWindow->fGround = color; });
+}
+
+void RecordingWindow::Hold() {
+    fWindow->_Change([&] { fWindow->fHolds = true; });
+}
+
+void RecordingWindow::Release() {
+    fWindow->_Change([&] {
+        fWindow->fHolds = false;
+        if (const int kept = std::exchange(fWindow->fKept, 0); kept > 0)
+            fWindow->fSeen.push_back({kept, false});
+    });
+}
+
+void RecordingWindow::_Count() {
+    fWindow->_Change([&] {
+        if (fWindow->fHolds)
+            fWindow->fKept++;
+        else
+            fWindow->fSeen.push_back({1, false});
     });
 }
 

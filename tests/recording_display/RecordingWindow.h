@@ -29,8 +29,14 @@ public:
     void SetReadableView(int32 id, const BPrivate::ReadableView& view) override;
     void RemoveReadableView(int32 id) override;
     void Present(const BPrivate::PixelBuffer& backBuffer, BRect area) override;
+    void SetGround(rgb_color color) override;
+    void Hold() override;
+    void Release() override;
 
 private:
+    // Carried out at once all the same; only what would be seen together is written down.
+    void _Count();
+
     const std::shared_ptr<Window> fWindow;
 };
 

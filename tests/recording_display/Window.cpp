@@ -70,6 +70,16 @@ Picture Window::Shown() const {
     return fPicture;
 }
 
+std::vector<Seen> Window::Moments() const {
+    const std::lock_guard guard(fLock);
+    return fSeen;
+}
+
+rgb_color Window::Ground() const {
+    const std::lock_guard guard(fLock);
+    return fGround;
+}
+
 std::vector<Control> Window::Controls() const {
     const std::lock_guard guard(fLock);
     std::vector<Control> controls;

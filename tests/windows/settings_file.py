@@ -28,6 +28,10 @@ def rect(name, left, top, right, bottom):
     return _field(b"RECT", name, [struct.pack("<4f", left, top, right, bottom)], 16)
 
 
+def raw(name, data):
+    return _field(b"RAWT", name, [data], len(data))
+
+
 def string(name, text):
     return _field(b"CSTR", name, [text.encode() + b"\0"], 0)
 

@@ -41,6 +41,7 @@ QImage Painted(FrontImage& image, int width, int height, qreal ratio = 1) {
     QImage shown(QSize(width, height) * ratio, QImage::Format_ARGB32);
     shown.setDevicePixelRatio(ratio);
     shown.fill(Qt::magenta);
+    (void)image.TakeChanged();
     QPainter painter(&shown);
     image.Paint(painter, QRect(0, 0, width, height), QSize(width, height));
     return shown;
@@ -57,7 +58,7 @@ TEST(FrontImage, ShowsWhatWasPresented) {
 TEST(FrontImage, ChangesOnlyTheArea) {
     FrontImage image(Qt::gray);
     EXPECT_TRUE(image.Present(Buffer(20, 10, 0xffff0000).Get(), QRect(0, 0, 20, 10)));
-    EXPECT_FALSE(image.Present(Buffer(20, 10, 0xff00ff00).Get(), QRect(5, 5, 3, 2)));
+    EXPECT_TRUE(image.Present(Buffer(20, 10, 0xff00ff00).Get(), QRect(5, 5, 3, 2)));
     const QImage shown = Painted(image, 20, 10);
     EXPECT_EQ(shown.pixel(4, 5), 0xffff0000);
     EXPECT_EQ(shown.pixel(5, 5), 0xff00ff00);
@@ -70,7 +71,7 @@ TEST(FrontImage, TellsOnceWhatHasChanged) {
     FrontImage image(Qt::gray);
     Buffer buffer(20, 10, 0);
     EXPECT_TRUE(image.Present(buffer.Get(), QRect(0, 0, 2, 2)));
-    EXPECT_FALSE(image.Present(buffer.Get(), QRect(10, 5, 2, 2)));
+    EXPECT_TRUE(image.Present(buffer.Get(), QRect(10, 5, 2, 2)));
     EXPECT_EQ(image.TakeChanged(), QRect(0, 0, 12, 7));
     EXPECT_TRUE(image.TakeChanged().isEmpty());
     EXPECT_TRUE(image.Present(buffer.Get(), QRect(1, 1, 1, 1)));
@@ -88,24 +89,45 @@ TEST(FrontImage, KeepsToTheBuffer) {
 TEST(FrontImage, KeepsThePictureWhenItGrowsAndShrinks) {
     FrontImage image(QColor(1, 2, 3));
     EXPECT_TRUE(image.Present(Buffer(4, 4, 0xffff0000).Get(), QRect(0, 0, 4, 4)));
-    EXPECT_FALSE(image.Present(Buffer(8, 8, 0xff00ff00).Get(), QRect(7, 7, 1, 1)));
+    EXPECT_TRUE(image.Present(Buffer(8, 8, 0xff00ff00).Get(), QRect(7, 7, 1, 1)));
     QImage shown = Painted(image, 8, 8);
     EXPECT_EQ(shown.pixel(3, 3), 0xffff0000);
     EXPECT_EQ(shown.pixel(4, 4), 0xff010203);
     EXPECT_EQ(shown.pixel(7, 7), 0xff00ff00);
-    EXPECT_FALSE(image.Present(Buffer(2, 2, 0xff0000ff).Get(), QRect(0, 0, 1, 1)));
+    EXPECT_TRUE(image.Present(Buffer(2, 2, 0xff0000ff).Get(), QRect(0, 0, 1, 1)));
     shown = Painted(image, 2, 2);
     EXPECT_EQ(shown.pixel(0, 0), 0xff0000ff);
     EXPECT_EQ(shown.pixel(1, 1), 0xffff0000);
 }
 
-TEST(FrontImage, GoesOnInTheEdgesColourBeyondIt) {
+TEST(FrontImage, ShowsWhatWasPresentedOnceItIsTaken) {
+    FrontImage image(Qt::gray);
+    EXPECT_TRUE(image.Present(Buffer(8, 8, 0xffff0000).Get(), QRect(0, 0, 8, 8)));
+    (void)Painted(image, 8, 8);
+    for (const QRect area : {QRect(0, 0, 8, 8), QRect(2, 2, 3, 3)}) {
+        EXPECT_TRUE(image.Present(Buffer(8, 8, 0xff00ff00).Get(), area));
+        QImage shown(8, 8, QImage::Format_RGB32);
+        QPainter painter(&shown);
+        image.Paint(painter, shown.rect(), shown.size());
+        EXPECT_EQ(shown.pixel(3, 3), 0xffff0000);
+        EXPECT_EQ(image.TakeChanged(), area);
+        image.Paint(painter, shown.rect(), shown.size());
+        EXPECT_EQ(shown.pixel(3, 3), 0xff00ff00);
+        EXPECT_TRUE(image.Present(Buffer(8, 8, 0xffff0000).Get(), QRect(0, 0, 8, 8)));
+        (void)image.TakeChanged();
+    }
+}
+
+TEST(FrontImage, IsGroundBeyondIt) {
     FrontImage image(Qt::gray);
     EXPECT_EQ(Painted(image, 5, 5).pixel(4, 4), QColor(Qt::gray).rgb());
     EXPECT_TRUE(image.Present(Buffer(4, 4, 0xffff0000).Get(), QRect(0, 0, 4, 4)));
     const QImage shown = Painted(image, 9, 7);
     for (const QPoint outside : {QPoint(4, 0), QPoint(8, 3), QPoint(0, 4), QPoint(8, 6)})
-        EXPECT_EQ(shown.pixel(outside), 0xffff0000);
+        EXPECT_EQ(shown.pixel(outside), QColor(Qt::gray).rgb());
+    image.SetGround(Qt::green);
+    EXPECT_EQ(Painted(image, 9, 7).pixel(4, 4), QColor(Qt::green).rgb());
+    EXPECT_EQ(Painted(image, 9, 7).pixel(3, 3), 0xffff0000);
 }
 
 TEST(FrontImage, PaintsPixelOnPixelAtAnyRatio) {
@@ -163,8 +185,8 @@ TEST(FrontImage, IsScaledUntilItIsDrawnForTheScreen) {
     // The window is on a screen of ratio 1 by now.
     QImage shown = Painted(image, 30, 10);
     EXPECT_EQ(shown.pixel(19, 9), 0xffff0000);
-    EXPECT_EQ(shown.pixel(29, 9), 0xffff0000);
-    EXPECT_FALSE(image.Present(Buffer(20, 10, 0xff0000ff).Get(), QRect(0, 0, 20, 10)));
+    EXPECT_EQ(shown.pixel(29, 9), QColor(Qt::gray).rgb());
+    EXPECT_TRUE(image.Present(Buffer(20, 10, 0xff0000ff).Get(), QRect(0, 0, 20, 10)));
     shown = Painted(image, 20, 10, 3);
     EXPECT_EQ(shown.pixel(0, 0), 0xff0000ff);
     EXPECT_EQ(shown.pixel(59, 29), 0xff0000ff);
@@ -178,7 +200,8 @@ TEST(FrontImage, BeyondItAtAnyRatio) {
         const QImage shown = Painted(image, 15, 13, ratio);
         for (int y = 0; y < shown.height(); ++y) {
             for (int x = 0; x < shown.width(); ++x)
-                ASSERT_EQ(shown.pixel(x, y), 0xffff0000) << ratio << " " << x << " " << y;
+                ASSERT_EQ(shown.pixel(x, y), x < 10 && y < 7 ? 0xffff0000 : QColor(Qt::gray).rgb())
+                    << ratio << " " << x << " " << y;
         }
     }
 }

@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
@@ -139,23 +140,26 @@ TEST(Pixels, AreWholeWhereTheContentIsMoved) {
         << ratio;
 }
 
-TEST(Pixels, BeyondTheImageAreItsEdges) {
+TEST(Pixels, BeyondTheImageAreTheGround) {
     Screen screen({BRect(40, 40, 40 + 300, 40 + 200), "Beyond"});
     screen.Show();
     const qreal ratio = screen.Widget().devicePixelRatioF();
     std::vector<uint32> pixels(90 * 60, 0xff204060);
+    screen.Window().SetGround({0x80, 0x60, 0x10, 255});
     screen.Window().Present(
         {reinterpret_cast<uint8*>(pixels.data()), 90 * 4, 90, 60, static_cast<float>(ratio)},
         BRect(0, 0, 89, 59));
     EXPECT_TRUE(PumpUntil([&] {
         screen.Content().update();
         const QImage shown = OnScreen(screen);
-        for (const QPoint at : {QPoint(0, 0), QPoint(89, 59), QPoint(90, 0), QPoint(90, 59),
-                 QPoint(0, 60), QPoint(90, 60), QPoint(shown.width() - 1, shown.height() - 1)}) {
-            if (!shown.valid(at) || shown.pixel(at) != 0xff204060)
-                return false;
-        }
-        return true;
+        const auto isAll = [&](std::initializer_list<QPoint> points, QRgb color) {
+            return std::all_of(points.begin(), points.end(), [&](QPoint at) {
+                return shown.valid(at) && (shown.pixel(at) | 0xff000000U) == color;
+            });
+        };
+        return isAll({{0, 0}, {89, 59}}, 0xff204060) &&
+            isAll({{90, 0}, {90, 59}, {0, 60}, {90, 60}, {shown.width() - 1, shown.height() - 1}},
+                0xff806010);
     })) << "at "
         << ratio;
 }

@@ -1,4 +1,5 @@
 #include <interface/Bitmap.h>
+#include <interface/StringView.h>
 
 #include "tests/kits/interface/Pixels.h"
 #include "tests/kits/interface/TestWindow.h"
@@ -326,4 +327,129 @@ TEST(WindowUpdate, PictureAtFractionalPosition) {
     EXPECT_TRUE(shown.IsAll(BRect(19, 0, 79, 9), kRed));
     EXPECT_TRUE(shown.IsAll(BRect(80, 0, 99, 9), kBlue));
     EXPECT_TRUE(shown.IsAll(BRect(0, 10, 99, 79), kWhite));
+}
+
+namespace {
+
+/// Answers a message by changing its own control and what is drawn.
+class ChangingWindow : public BWindow {
+public:
+    ChangingWindow() : BWindow(BRect(100, 100, 199, 179), "test", B_TITLED_WINDOW, 0) {}
+
+    void MessageReceived(BMessage* message) override {
+        if (message->what != 'chng') {
+            BWindow::MessageReceived(message);
+            return;
+        }
+        text->SetText("new");
+        SetTitle("new");
+        if (view != nullptr)
+            view->Invalidate();
+    }
+
+    BStringView* text = nullptr;
+    BView* view = nullptr;
+};
+
+std::vector<recording::Seen> SeenSince(const recording::Window& window, std::size_t before) {
+    auto moments = window.Moments();
+    moments.erase(moments.begin(), moments.begin() + static_cast<std::ptrdiff_t>(before));
+    return moments;
+}
+
+}  // namespace
+
+TEST(WindowUpdate, ControlsAreSeenWithThePictureOfTheirLayout) {
+    Log log;
+    TestWindow window;
+    AddView(*window.Get(), BRect(0, 0, 99, 79), "view", log, kRed)->SetResizingMode(B_FOLLOW_ALL);
+    window->AddChild(
+        new BStringView(BRect(0, 60, 50, 79), "one", "one", B_FOLLOW_LEFT | B_FOLLOW_BOTTOM));
+    window->AddChild(
+        new BStringView(BRect(51, 60, 99, 79), "two", "two", B_FOLLOW_LEFT | B_FOLLOW_BOTTOM));
+    window->Show();
+    window.Settle();
+    const auto before = window.Screen().Moments().size();
+    window.Screen().UserResize(149, 119);
+    window.Settle();
+    window.Settle();
+    EXPECT_THAT(SeenSince(window.Screen(), before), ElementsAre(recording::Seen{2, true}));
+}
+
+TEST(WindowUpdate, WhatAMessageChangesIsSeenAtOnce) {
+    Log log;
+    auto* changing = new ChangingWindow;
+    TestWindow window(changing);
+    changing->text = new BStringView(BRect(0, 60, 50, 79), "one", "one");
+    changing->AddChild(changing->text);
+    changing->Show();
+    window.Settle();
+    auto before = window.Screen().Moments().size();
+    (void)changing->PostMessage('chng');
+    window.Settle();
+    EXPECT_THAT(SeenSince(window.Screen(), before), ElementsAre(recording::Seen{2, false}));
+
+    ASSERT_TRUE(changing->Lock());
+    changing->text->SetText("old");
+    changing->SetTitle("old");
+    changing->view = AddView(*changing, BRect(0, 0, 99, 59), "view", log, kRed);
+    changing->Unlock();
+    window.Settle();
+    window.Settle();
+    before = window.Screen().Moments().size();
+    (void)changing->PostMessage('chng');
+    window.Settle();
+    window.Settle();
+    EXPECT_THAT(SeenSince(window.Screen(), before), ElementsAre(recording::Seen{2, true}));
+}
+
+TEST(WindowUpdate, ViewsHearOfTheirSizeBeforeTheyDraw) {
+    Log log;
+    TestWindow window;
+    LoggingView* view = AddView(*window.Get(), BRect(0, 0, 49, 39), "view", log, kRed);
+    window->Show();
+    window.Settle();
+    log.Clear();
+    window.Do([&] {
+        view->Invalidate();
+        view->ResizeTo(79, 59);
+    });
+    window.Settle();
+    EXPECT_THAT(log.Entries(), ElementsAre("view: resized 79,59", "view: draw 0,0 79,59"));
+}
+
+TEST(WindowUpdate, NothingIsKeptWhileUpdatesAreDisabled) {
+    Log log;
+    auto* changing = new ChangingWindow;
+    TestWindow window(changing);
+    changing->text = new BStringView(BRect(0, 60, 50, 79), "one", "one");
+    changing->AddChild(changing->text);
+    changing->view = AddView(*changing, BRect(0, 0, 99, 59), "view", log, kRed);
+    changing->Show();
+    window.Settle();
+    window.Do([&] { changing->DisableUpdates(); });
+    const auto before = window.Screen().Moments().size();
+    (void)changing->PostMessage('chng');
+    window.Settle();
+    window.Settle();
+    EXPECT_THAT(SeenSince(window.Screen(), before), ElementsAre(recording::Seen{2, false}));
+    window.Do([&] { changing->EnableUpdates(); });
+}
+
+TEST(WindowUpdate, NewAreaHasTheGroundOfTheLargestView) {
+    Log log;
+    TestWindow window;
+    LoggingView* small = AddView(*window.Get(), BRect(0, 0, 9, 9), "small", log, kRed);
+    LoggingView* large = AddView(*window.Get(), BRect(0, 10, 99, 79), "large", log, kRed);
+    small->SetViewColor(kBlue);
+    large->SetViewColor(kGreen);
+    window->Show();
+    EXPECT_EQ(window.Screen().Ground(), kGreen);
+    window.Do([&] {
+        large->SetViewColor(B_TRANSPARENT_COLOR);
+        large->SetLowColor(kBlack);
+        large->Invalidate();
+    });
+    window.Settle();
+    EXPECT_EQ(window.Screen().Ground(), kBlack);
 }
