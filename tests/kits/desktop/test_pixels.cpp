@@ -164,4 +164,47 @@ TEST(Pixels, BeyondTheImageAreTheGround) {
         << ratio;
 }
 
+TEST(Pixels, BothLinesOfAGrooveLieInItsFrame) {
+    Screen screen({BRect(40, 40, 40 + 300, 40 + 200), "Groove"});
+    screen.Show();
+    const qreal ratio = screen.Widget().devicePixelRatioF();
+    constexpr QRgb kGround = 0xff204060;
+    screen.Window().SetGround({0x20, 0x40, 0x60, 255});
+    // At odd places, so that the lines begin within a pixel at some ratios.
+    const QRect frames[] = {{33, 20, 2, 50}, {61, 33, 50, 2}};
+    ControlId id = 1;
+    for (const QRect& frame : frames) {
+        screen.Window().SetControl(id, BoxState{B_FANCY_BORDER, ""}, 0);
+        ControlPlace place;
+        place.frame = BRect(static_cast<float>(frame.left()), static_cast<float>(frame.top()),
+            static_cast<float>(frame.right()), static_cast<float>(frame.bottom()));
+        place.visible = true;
+        screen.Window().PlaceControl(id++, place);
+    }
+    const QPalette palette = screen.Content().palette();
+    const QRgb dark = palette.color(QPalette::Dark).rgb();
+    const QRgb light = palette.color(QPalette::Light).rgb();
+    for (const QRect& frame : frames) {
+        const bool vertical = frame.width() < frame.height();
+        const QPoint middle = frame.center() * ratio;
+        // Across the groove and some pixels more on each side: dark ones, and then light ones.
+        const int around = static_cast<int>(std::ceil(4 * ratio));
+        const auto isGroove = [&] {
+            const QImage shown = OnScreen(screen);
+            std::vector<QRgb> colors;
+            size_t lines = 0;
+            for (int at = -around; at <= around; ++at) {
+                const QPoint pixel = vertical ? middle + QPoint(at, 0) : middle + QPoint(0, at);
+                const QRgb color = shown.valid(pixel) ? shown.pixel(pixel) | 0xff000000U : 0;
+                lines += color == dark || color == light;
+                if (colors.empty() || colors.back() != color)
+                    colors.push_back(color);
+            }
+            return colors == std::vector<QRgb>{kGround, dark, light, kGround} &&
+                std::abs(static_cast<qreal>(lines) - 2 * ratio) < 1;
+        };
+        EXPECT_TRUE(PumpUntil(isGroove)) << "vertical " << vertical << " at " << ratio;
+    }
+}
+
 }  // namespace

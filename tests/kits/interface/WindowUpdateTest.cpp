@@ -352,6 +352,7 @@ public:
 };
 
 std::vector<recording::Seen> SeenSince(const recording::Window& window, std::size_t before) {
+    EXPECT_TRUE(recording::WaitFor([&] { return window.Moments().size() > before; }));
     auto moments = window.Moments();
     moments.erase(moments.begin(), moments.begin() + static_cast<std::ptrdiff_t>(before));
     return moments;
