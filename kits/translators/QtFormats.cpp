@@ -19,6 +19,9 @@ qint64 SourceDevice::readData(char* buffer, qint64 size) {
 static bool IsReally(const QByteArray& format, Source& source) {
     if (format == "jpeg" || format == "jpg" || format == "png")
         return false;
+    // A film that may repeat its pictures 2^31 times, which the plug-in does.
+    if (format == "mng")
+        return false;
     if (format == "wbmp")
         return IsSoundWbmp(source);
     if (format == "tga")
@@ -58,7 +61,6 @@ Format DescribeFormat(const QByteArray& qtName) {
         {"ico", 'ICO ', "Icon", "image/vnd.microsoft.icon"},
         {"jp2", 'JP2 ', "JP2 image", "image/jp2"},
         {"jxl", 'JXL ', "JXL image", "image/jxl"},
-        {"mng", 'MNG ', "MNG image", "video/x-mng"},
         {"pbm", 'PBM ', "PBM image", "image/x-portable-bitmap"},
         {"pgm", 'PGM ', "PGM image", "image/x-portable-graymap"},
         {"ppm", 'PPM ', "PPM image", "image/x-portable-pixmap"},
