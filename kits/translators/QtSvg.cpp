@@ -1,7 +1,7 @@
 #include "kits/translators/QtSvg.h"
 
 #include "kits/translators/Problem.h"
-#include "kits/translators/SvgUses.h"
+#include "kits/translators/SvgCopy.h"
 #include <QGuiApplication>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -11,8 +11,6 @@ namespace BPrivate::AddOn {
 
 // Drawings of maps have some tens of megabytes; and every element is an object in memory.
 static constexpr qsizetype kMaxText = 128 * 1024 * 1024;
-// The reader of the drawing calls itself for every level.
-static constexpr int kMaxDepth = 200;
 
 static bool IsCompressed(Source& source) {
     uint8 magic[2];
@@ -77,32 +75,26 @@ bool IsSvg(Source& source) {
     return false;
 }
 
-status_t ReadSvg(Source& source, QByteArray* text, Problem* problem) {
-    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr)
-        return Fail(problem, B_NOT_SUPPORTED, "drawings need a running display");
+status_t ReadSvgText(Source& source, qsizetype limit, QByteArray* text, Problem* problem) {
     bool whole;
-    if (!ReadText(source, kMaxText, text, &whole))
+    if (!ReadText(source, limit, text, &whole))
         return Fail(problem, B_BAD_DATA, "the drawing's text cannot be read");
     if (!whole)
         return Fail(
-            problem, B_NO_MEMORY, "the drawing has more than %d bytes of text", int(kMaxText));
-    QXmlStreamReader xml(*text);
-    SvgUses uses;
-    int depth = 0;
-    while (!xml.atEnd()) {
-        const auto token = xml.readNext();
-        uses.Add(xml);
-        depth += token == QXmlStreamReader::StartElement ? 1
-            : token == QXmlStreamReader::EndElement      ? -1
-                                                         : 0;
-        if (depth > kMaxDepth)
-            return Fail(problem, B_BAD_DATA, "the drawing is nested more than %d deep", kMaxDepth);
-    }
-    if (xml.hasError())
-        return Fail(problem, B_BAD_DATA, "%s", xml.errorString().toUtf8().constData());
-    if (!uses.AreFew())
-        return Fail(problem, B_BAD_DATA, "the drawing repeats itself without end");
+            problem, B_NO_MEMORY, "the drawing has more than %lld bytes of text", (long long)limit);
     return B_OK;
+}
+
+status_t ReadSvg(Source& source, uint64 memoryBudget, QByteArray* text, Problem* problem) {
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr)
+        return Fail(problem, B_NOT_SUPPORTED, "drawings need a running display");
+    QByteArray original;
+    if (status_t status = ReadSvgText(source, kMaxText, &original, problem); status != B_OK)
+        return status;
+    // Each is decoded, and may be converted; and the picture itself needs as much.
+    constexpr uint64 kBytesPerPixel = 16;
+    SvgBudget budget{kMaxText - original.size(), memoryBudget / kBytesPerPixel};
+    return SvgCopy(&budget).Make(original, text, problem);
 }
 
 }  // namespace BPrivate::AddOn

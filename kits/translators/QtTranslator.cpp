@@ -46,7 +46,7 @@ status_t QtDecoder::ReadHeader(uint64 memoryBudget, Problem* problem) {
     if (!IsComplete(std::string_view(fFormat.data(), size_t(fFormat.size())), fSource))
         return FailIncomplete(problem);
     if (fFormat.startsWith("svg")) {
-        if (status_t status = ReadSvg(fSource, &fText, problem); status != B_OK)
+        if (status_t status = ReadSvg(fSource, memoryBudget, &fText, problem); status != B_OK)
             return status;
         fFormat = "svg";
         fTextDevice.setBuffer(&fText);

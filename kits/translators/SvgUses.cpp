@@ -8,17 +8,6 @@ constexpr double kMaxDrawnAgain = 1e6;
 // Drawing calls itself for every element within an element.
 constexpr int kMaxDepth = 1000;
 
-// The id a `use` refers to; empty for anything else.
-QString Reference(const QXmlStreamReader& xml) {
-    if (xml.name() != u"use")
-        return {};
-    for (const QXmlStreamAttribute& attribute : xml.attributes()) {
-        if (attribute.name() == u"href")
-            return attribute.value().trimmed().mid(1).toString();
-    }
-    return {};
-}
-
 }  // namespace
 
 SvgUses::SvgUses() : fNodes(1), fOpen{0} {}
@@ -43,21 +32,26 @@ void SvgUses::Add(const QXmlStreamReader& xml) {
     if (xml.tokenType() != QXmlStreamReader::StartElement)
         return;
     int node = fOpen.back();
+    // Whatever their prefixes: a reader may see an id or a reference in any of them.
+    int own = -1;
     for (const QXmlStreamAttribute& attribute : xml.attributes()) {
         if (attribute.name() != u"id")
             continue;
-        const int own = NewNode();
         const int id = NodeOf(attribute.value().toString());
+        if (own < 0) {
+            own = NewNode();
+            fNodes[size_t(node)].parts.push_back(own);
+            node = own;
+        }
         fNodes[size_t(id)].parts.push_back(own);
-        fNodes[size_t(node)].parts.push_back(own);
-        node = own;
-        break;
     }
     ++fElements;
     ++fNodes[size_t(node)].elements;
-    if (const QString target = Reference(xml); !target.isEmpty()) {
-        const int referred = NodeOf(target);
-        fNodes[size_t(node)].parts.push_back(referred);
+    for (const QXmlStreamAttribute& attribute : xml.attributes()) {
+        if (xml.name() == u"use" && attribute.name() == u"href") {
+            const int target = NodeOf(attribute.value().trimmed().mid(1).toString());
+            fNodes[size_t(node)].parts.push_back(target);
+        }
     }
     fOpen.push_back(node);
 }

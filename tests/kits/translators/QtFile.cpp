@@ -2,6 +2,25 @@
 #include <QBuffer>
 #include <QImageWriter>
 #include <cstring>
+#include <zlib.h>
+
+Bytes FromText(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+std::string Compressed(const std::string& text) {
+    z_stream stream{};
+    deflateInit2(&stream, 9, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
+    std::string file(text.size() + 100, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+    stream.avail_in = uInt(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(file.data());
+    stream.avail_out = uInt(file.size());
+    deflate(&stream, Z_FINISH);
+    file.resize(stream.total_out);
+    deflateEnd(&stream);
+    return file;
+}
 
 QImage ToQImage(const Picture& picture) {
     QImage image(int(picture.width), int(picture.height), QImage::Format_ARGB32);

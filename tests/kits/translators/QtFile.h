@@ -5,6 +5,10 @@
 #include <QImage>
 #include <QImageIOHandler>
 
+Bytes FromText(const std::string& text);
+/// As gzip does it.
+std::string Compressed(const std::string& text);
+
 QImage ToQImage(const Picture& picture);
 Picture FromQImage(const QImage& image);
 
