@@ -17,6 +17,14 @@ def png_that_claims(width, height):
         + chunk(b"IDAT", zlib.compress(bytes(1000))) + chunk(b"IEND", b""))
 
 
+def drawing(color, *names):
+    """An SVG of one colour that shows the files of these names over it."""
+    images = "".join(f'<image width="320" height="240" xlink:href="{name}"/>' for name in names)
+    return ('<svg xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink" '
+        'width="320" height="240"><rect width="320" height="240" '
+        f'fill="rgb{color}"/>{images}</svg>').encode()
+
+
 class BadInput(ViewerTest):
     def start_and_expect_nothing(self, argument):
         """The window is there, empty, alive, and closes well. What the viewer said."""
@@ -130,6 +138,35 @@ class BadInput(ViewerTest):
         step_until("space", "z.png")
         viewer.wait_centre(color_of(2))
         step_until("BackSpace", "a.png")
+        viewer.wait_centre(color_of(1))
+        self.assert_clean(viewer)
+
+    def test_drawings_that_name_files_are_shown_without_them(self):
+        # Each is a neighbour first, which is decoded ahead, and then the one that is shown.
+        self.picture("a.png", color_of(1))
+        os.mkfifo(self.path("pipe"))
+        names = {
+            "b.svg": [self.path("b.svg")],
+            "c.svg": ["c.svg"],
+            "d.svg": ["e.svg"],
+            "e.svg": [self.path("d.svg")],
+            "f.svg": [f"/proc/self/fd/{number}" for number in range(117)],
+            "g.svg": [self.path("pipe")],
+            "h.svg": ["pipe"],
+            "i.svg": ["/dev/stdin", "file:///dev/zero"],
+            "j.svg": [self.path("a.png"), "a.png"],
+        }
+        for index, (name, images) in enumerate(names.items()):
+            self.write(name, drawing(color_of(index + 2), *images))
+        self.picture("z.png", color_of(1))
+        viewer = self.start("a.png")
+        viewer.wait_shown("a.png")
+        for index, name in enumerate(names):
+            viewer.key("space")
+            viewer.wait_shown(name)
+            viewer.wait_centre(color_of(index + 2))
+        viewer.key("space")
+        viewer.wait_shown("z.png")
         viewer.wait_centre(color_of(1))
         self.assert_clean(viewer)
 
