@@ -20,6 +20,13 @@ bool IsBlank(char byte) {
     return byte == ' ' || byte == '\t';
 }
 
+/// How many bytes at the end of the text are a blank, or a mark that nothing is seen of.
+std::size_t UnseenAtEnd(std::string_view text) {
+    if (IsBlank(text.back()))
+        return 1;
+    return text.ends_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+}
+
 }  // namespace
 
 bool LineBreaker::Next(TextLine& line) {
@@ -36,8 +43,12 @@ bool LineBreaker::Next(TextLine& line) {
 
     std::size_t shownEnd = end;
     // What is left of blanks belongs to the line they were broken at.
-    while (end < fParagraphEnd && shownEnd > fAt && IsBlank(fText[shownEnd - 1]))
-        shownEnd--;
+    while (end < fParagraphEnd && shownEnd > fAt) {
+        const std::size_t unseen = UnseenAtEnd(std::string_view(fText).substr(fAt, shownEnd - fAt));
+        if (unseen == 0)
+            break;
+        shownEnd -= unseen;
+    }
     line = {static_cast<int32>(fAt), static_cast<int32>(shownEnd)};
     fAt = end;
     if (end < fParagraphEnd)

@@ -8,9 +8,6 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xef\xbf\xbd";  // U+FFFD
 constexpr std::string_view kTab = "    ";
-// A byte order mark, wherever it stands; nothing is seen of it. Layouts drop it silently, and would
-// then count fewer characters than the text has.
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";  // U+FEFF
 
 /// How many bytes at the start of the text are one character; 0 when they are none.
 std::size_t CharacterLength(std::string_view text) {
