@@ -1,25 +1,11 @@
-# add_catalogues(TARGET): compiles the catalogues of resources/catalogues and puts them into it.
-
-# By the path of its package first: another one in the PATH may be of an older Qt.
-find_program(LRELEASE lrelease PATHS /usr/lib/qt6/bin NO_DEFAULT_PATH)
-find_program(LRELEASE NAMES lrelease-qt6 lrelease REQUIRED)
+# add_catalogues(TARGET): puts the texts of the catalogues in resources/catalogues into it.
 
 function(add_catalogues TARGET)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/catalogues/*.ts)
-    set(folder ${CMAKE_BINARY_DIR}/catalogues)
-    file(MAKE_DIRECTORY ${folder})
-    set(compiled)
-    foreach(source IN LISTS sources)
-        cmake_path(GET source STEM name)
-        add_custom_command(OUTPUT ${folder}/${name}.qm
-            COMMAND ${LRELEASE} -silent -nounfinished ${source} -qm ${folder}/${name}.qm
-            DEPENDS ${source} VERBATIM)
-        list(APPEND compiled ${folder}/${name}.qm)
-    endforeach()
-    set(script ${CMAKE_SOURCE_DIR}/cmake/EmbedCatalogues.cmake)
-    add_custom_command(OUTPUT ${folder}/EmbeddedCatalogues.cpp
-        COMMAND ${CMAKE_COMMAND} -DOUTPUT=${folder}/EmbeddedCatalogues.cpp
-            "-DCATALOGUES=${compiled}" -P ${script}
-        DEPENDS ${compiled} ${script} VERBATIM)
-    target_sources(${TARGET} PRIVATE ${folder}/EmbeddedCatalogues.cpp)
+    set(script ${CMAKE_SOURCE_DIR}/cmake/embed_catalogues.py)
+    set(output ${CMAKE_BINARY_DIR}/EmbeddedCatalogues.cpp)
+    add_custom_command(OUTPUT ${output}
+        COMMAND ${PYTHON3} ${script} ${output} ${sources}
+        DEPENDS ${sources} ${script} VERBATIM)
+    target_sources(${TARGET} PRIVATE ${output})
 endfunction()

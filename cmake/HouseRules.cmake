@@ -1,8 +1,5 @@
 # Checks of the sources themselves, made again by a build when one of them changes.
 
-find_program(PYTHON3 python3 PATHS /usr/bin NO_DEFAULT_PATH)
-find_program(PYTHON3 python3 REQUIRED)
-
 set(room_folders app viewer comment window settings iap framework kits resources tests fuzz
     bench examples)
 set(room_globs)

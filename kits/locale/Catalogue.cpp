@@ -1,10 +1,7 @@
 #include "kits/locale/Catalogue.h"
 
-#include <optional>
 #include <string_view>
-#include <utility>
 
-#include "kits/locale/CatalogueFile.h"
 #include "kits/locale/EmbeddedCatalogues.h"
 
 namespace BPrivate {
@@ -12,11 +9,14 @@ namespace BPrivate {
 namespace {
 
 Catalogue EmbeddedTexts(std::string_view language) {
+    Catalogue catalogue;
     for (const EmbeddedCatalogue& embedded : embedded_catalogues()) {
-        if (embedded.language == language)
-            return read_catalogue(embedded.file).value_or(Catalogue());
+        if (embedded.language != language)
+            continue;
+        for (const auto& [key, text] : embedded.texts)
+            catalogue.emplace(key, text);
     }
-    return {};
+    return catalogue;
 }
 
 }  // namespace

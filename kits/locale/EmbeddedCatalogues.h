@@ -1,14 +1,19 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
 namespace BPrivate {
 
-/// A compiled catalogue that the build has put into the program.
+/// A text of a catalogue, in UTF-8.
+struct CatalogueEntry {
+    const char* key;
+    const char* text;
+};
+
+/// A catalogue that the build has put into the program.
 struct EmbeddedCatalogue {
     const char* language;
-    std::string_view file;
+    std::span<const CatalogueEntry> texts;
 };
 
 /// All of them, in the order of their languages' names.

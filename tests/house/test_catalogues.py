@@ -2,6 +2,7 @@
 
 import collections
 import glob
+import importlib.util
 import os
 import re
 import tempfile
@@ -312,6 +313,29 @@ class CheckItself(unittest.TestCase):
                 self.german("Open...", text))
         self.assertEqual(self.german("Open...", "&Auf..."),
             ["de: 'Open...' has a stray sign in '&Auf...'"])
+
+
+class InTheProgram(unittest.TestCase):
+    def setUp(self):
+        path = os.path.join(ROOT, "cmake/embed_catalogues.py")
+        spec = importlib.util.spec_from_file_location("embed_catalogues", path)
+        self.script = importlib.util.module_from_spec(spec)
+        spec.loader.exec_module(self.script)
+
+    def test_texts_are_written_as_plain_literals(self):
+        for text, written in [("Open...", '"Open..."'), ("ä", r'"\303\244"'),
+                ('"a\\b"', r'"\042a\134b\042"'), ("1\n2??/", r'"1\0122\077\077/"')]:
+            self.assertEqual(self.script.literal(text), written)
+
+    def test_what_is_not_translated_is_left_out(self):
+        messages = [("Done", "Fertig", ""), ("Empty", "", ""),
+            ("Begun", "Begon", ' type="unfinished"'), ("Old", "Alt", ' type="vanished"')]
+        with tempfile.NamedTemporaryFile("w", suffix=".ts") as file:
+            file.write("<TS><context>" + "".join(
+                f"<message><source>{key}</source><translation{kind}>{text}</translation></message>"
+                for key, text, kind in messages) + "</context></TS>")
+            file.flush()
+            self.assertEqual(list(self.script.texts(file.name)), [("Done", "Fertig")])
 
 
 if __name__ == "__main__":
