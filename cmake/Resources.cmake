@@ -1,8 +1,12 @@
-# add_resources(NAME [FLAGS single|multiple|exclusive] [LAYOUTS FILE...] [DATA TYPE NAME FILE ...]):
-# a library of a program's resources, for the program itself to link: see docs/layouts.md.
+# add_resources(NAME [FLAGS single|multiple|exclusive] [DATA TYPE NAME FILE ...]): a library of a
+# program's resources, which the program links itself; the kits find them by that, and
+# BApplication::AppResources() hands them out.
+#
+# FLAGS is how the program is launched, the resource "BEOS:APP_FLAGS" of type "APPF". Each TYPE, of
+# four characters, NAME and FILE become a resource with the file's bytes as they are.
 
 function(add_resources NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FLAGS" "LAYOUTS;DATA")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FLAGS" "DATA")
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "add_resources(${NAME}): what is ${arg_UNPARSED_ARGUMENTS}?")
     endif()
@@ -12,15 +16,6 @@ function(add_resources NAME)
     # TYPE NAME FILE of every resource that is a file.
     set(items)
     set(files)
-    foreach(layout IN LISTS arg_LAYOUTS)
-        cmake_path(ABSOLUTE_PATH layout BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR})
-        cmake_path(GET layout STEM LAST_ONLY name)
-        add_custom_command(OUTPUT ${folder}/${name}.arcv
-            COMMAND lorivane_layouts ${layout} ${folder}/${name}.arcv
-            DEPENDS lorivane_layouts ${layout} VERBATIM)
-        list(APPEND items ARCV ${name} ${folder}/${name}.arcv)
-        list(APPEND files ${folder}/${name}.arcv)
-    endforeach()
     while(arg_DATA)
         list(LENGTH arg_DATA count)
         if(count LESS 3)

@@ -105,7 +105,7 @@ MAY_INCLUDE = {
     "kit": ({"kit", "include"}, {"standard", "system", "dbus"}),
     "desktop": ({"desktop", "kit", "include"}, {"standard", "system", "dbus", "qt"}),
     "translators": ({"translators", "kit", "include"}, {"standard", "system", "codec", "qt"}),
-    # The compiler of the layouts, which runs in builds only.
+    # What runs in builds only.
     "resources": ({"resources", "kit", "include"}, {"standard", "qt"}),
     "tests": ({"tests", "application", "resources", "kit", "include", "fuzz"},
         {"standard", "system", "dbus", "codec", "test"}),

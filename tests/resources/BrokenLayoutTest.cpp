@@ -8,7 +8,7 @@
 
 #include "framework/Layout.h"
 #include "kits/storage/EmbeddedResources.h"
-#include "resources/compiler/LayoutCompiler.h"
+#include "resources/layouts/Layouts.h"
 #include "tests/framework/TemporaryFolder.h"
 #include "tests/framework/TestWindows.h"
 #include "viewer/Image.h"
@@ -45,7 +45,7 @@ class BrokenLayout : public testing::Test {
 protected:
     BrokenLayout() {
         fRoster.AddTranslators(nullptr);
-        fLayout = compile_layout(read_text(LAYOUT_FOLDER "/PropertyViewRsrc.json"));
+        EXPECT_EQ(make_property_layout()->Archive(&fLayout, true), B_OK);
     }
     ~BrokenLayout() override { SetResource("PropertyViewRsrc", ""); }
 
