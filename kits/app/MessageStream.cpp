@@ -135,8 +135,8 @@ void Print(const BMessage& message, int indent) {
     int32 count;
     for (int32 n = 0; message.GetInfo(B_ANY_TYPE, n, &name, &type, &count) == B_OK; ++n) {
         for (int32 i = 0; i < count; ++i) {
-            const void* data;
-            ssize_t size;
+            const void* data = nullptr;
+            ssize_t size = 0;
             if (message.FindData(name, type, i, &data, &size) != B_OK)
                 continue;
             const std::string item(static_cast<const char*>(data), size_t(size));

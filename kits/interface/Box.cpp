@@ -8,12 +8,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BBox", BBox::Instantiate);
-    return true;
-}();
-
 border_style ArchivedBorder(const BMessage& archive) {
     const int32 style = archive.GetInt32("_style", B_FANCY_BORDER);
     return style >= B_PLAIN_BORDER && style <= B_NO_BORDER ? static_cast<border_style>(style)

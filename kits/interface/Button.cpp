@@ -7,16 +7,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BButton", BButton::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BButton::Peer : public LabelledPeer {
 public:
     explicit Peer(BButton& button) : LabelledPeer(button), fButton(button) {}

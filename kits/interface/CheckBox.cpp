@@ -6,16 +6,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BCheckBox", BCheckBox::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BCheckBox::Peer : public LabelledPeer {
 public:
     explicit Peer(BCheckBox& box) : LabelledPeer(box), fBox(box) {}

@@ -9,12 +9,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BColorControl", BColorControl::Instantiate);
-    return true;
-}();
-
 color_control_layout KnownLayout(int32 layout) {
     switch (layout) {
     case B_CELLS_4x64:

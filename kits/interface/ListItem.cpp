@@ -3,16 +3,6 @@
 #include <app/Message.h>
 #include <interface/ListView.h>
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BStringItem", BStringItem::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 BListItem::BListItem(uint32, bool) {}
 
 BListItem::BListItem(BMessage* archive)

@@ -10,16 +10,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BListView", BListView::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BListView::Peer : public ControlPeer {
 public:
     explicit Peer(BListView& list) : fList(list) {}

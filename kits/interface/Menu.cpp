@@ -10,16 +10,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BMenu", BMenu::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 BMenu::BMenu(const char* name, menu_layout layout)
     : BMenu(BRect(), name, B_FOLLOW_NONE, 0, layout, true) {}
 

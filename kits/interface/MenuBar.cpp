@@ -8,16 +8,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BMenuBar", BMenuBar::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BMenuBar::Peer : public MenuPeer {
 public:
     explicit Peer(BMenuBar& bar) : fBar(bar) { MenuAccess::SetShownBy(bar, this); }

@@ -9,16 +9,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BMenuField", BMenuField::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BMenuField::Peer : public MenuPeer {
 public:
     explicit Peer(const BMenuField& field) : fField(field) {}

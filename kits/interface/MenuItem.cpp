@@ -16,13 +16,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BMenuItem", BMenuItem::Instantiate);
-    register_instantiation_func("BSeparatorItem", BSeparatorItem::Instantiate);
-    return true;
-}();
-
 int32 NextId() {
     static std::atomic<int32> sLastId{0};
     return ++sLastId;

@@ -10,16 +10,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BPopUpMenu", BPopUpMenu::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 /// What shows an open menu.
 class BPopUpMenu::Peer : public MenuPeer {
 public:

@@ -8,16 +8,6 @@
 
 using namespace BPrivate;
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BRadioButton", BRadioButton::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 class BRadioButton::Peer : public LabelledPeer {
 public:
     explicit Peer(BRadioButton& button) : LabelledPeer(button), fButton(button) {}

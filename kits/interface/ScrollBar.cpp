@@ -12,12 +12,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BScrollBar", BScrollBar::Instantiate);
-    return true;
-}();
-
 /// What a calculation may have made of a distance: no number counts as 0, and none is infinite.
 float Finite(float value) {
     constexpr float kLimit = std::numeric_limits<float>::max() / 4;

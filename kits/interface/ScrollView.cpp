@@ -9,12 +9,6 @@
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BScrollView", BScrollView::Instantiate);
-    return true;
-}();
-
 float ThicknessOf(border_style border) {
     switch (border) {
     case B_FANCY_BORDER: return 2;

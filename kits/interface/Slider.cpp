@@ -11,12 +11,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BSlider", BSlider::Instantiate);
-    return true;
-}();
-
 /// A number that archives have in two widths.
 int32 Number(const BMessage& archive, const char* field, int32 fallback) {
     int16 narrow = 0;

@@ -8,12 +8,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BStringView", BStringView::Instantiate);
-    return true;
-}();
-
 alignment ArchivedAlignment(const BMessage& archive) {
     const int32 number = archive.GetInt32("_align", B_ALIGN_LEFT);
     return number >= B_ALIGN_LEFT && number <= B_ALIGN_CENTER ? static_cast<alignment>(number)

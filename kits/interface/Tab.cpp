@@ -2,16 +2,6 @@
 #include <interface/TabView.h>
 #include <utility>
 
-namespace {
-
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BTab", BTab::Instantiate);
-    return true;
-}();
-
-}  // namespace
-
 BTab::BTab(BView* view) : fView(view), fKept(view) {}
 
 BTab::BTab(BMessage* archive)

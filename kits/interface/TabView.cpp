@@ -12,12 +12,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BTabView", BTabView::Instantiate);
-    return true;
-}();
-
 constexpr const char* kContainerName = "view container";
 
 }  // namespace

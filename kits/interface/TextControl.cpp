@@ -11,12 +11,6 @@ using namespace BPrivate;
 
 namespace {
 
-// An archive tells its class by name; the class has to be known before one is met.
-[[maybe_unused]] const bool kRegistered = [] {
-    register_instantiation_func("BTextControl", BTextControl::Instantiate);
-    return true;
-}();
-
 std::string OneLine(const char* text) {
     std::string line = text == nullptr ? "" : text;
     std::ranges::replace_if(

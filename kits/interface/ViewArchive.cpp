@@ -1,4 +1,22 @@
 #include <app/Message.h>
+#include <interface/Box.h>
+#include <interface/Button.h>
+#include <interface/CheckBox.h>
+#include <interface/ColorControl.h>
+#include <interface/ListItem.h>
+#include <interface/ListView.h>
+#include <interface/Menu.h>
+#include <interface/MenuBar.h>
+#include <interface/MenuField.h>
+#include <interface/MenuItem.h>
+#include <interface/PopUpMenu.h>
+#include <interface/RadioButton.h>
+#include <interface/ScrollBar.h>
+#include <interface/ScrollView.h>
+#include <interface/Slider.h>
+#include <interface/StringView.h>
+#include <interface/TabView.h>
+#include <interface/TextControl.h>
 #include <interface/View.h>
 
 #include "kits/interface/ArchiveFields.h"
@@ -9,9 +27,37 @@ using namespace BPrivate;
 
 namespace {
 
+constexpr struct {
+    const char* name;
+    instantiation_func function;
+} kClasses[] = {
+    {"BBox", BBox::Instantiate},
+    {"BButton", BButton::Instantiate},
+    {"BCheckBox", BCheckBox::Instantiate},
+    {"BColorControl", BColorControl::Instantiate},
+    {"BListView", BListView::Instantiate},
+    {"BMenu", BMenu::Instantiate},
+    {"BMenuBar", BMenuBar::Instantiate},
+    {"BMenuField", BMenuField::Instantiate},
+    {"BMenuItem", BMenuItem::Instantiate},
+    {"BPopUpMenu", BPopUpMenu::Instantiate},
+    {"BRadioButton", BRadioButton::Instantiate},
+    {"BScrollBar", BScrollBar::Instantiate},
+    {"BScrollView", BScrollView::Instantiate},
+    {"BSeparatorItem", BSeparatorItem::Instantiate},
+    {"BSlider", BSlider::Instantiate},
+    {"BStringItem", BStringItem::Instantiate},
+    {"BStringView", BStringView::Instantiate},
+    {"BTab", BTab::Instantiate},
+    {"BTabView", BTabView::Instantiate},
+    {"BTextControl", BTextControl::Instantiate},
+    {"BView", BView::Instantiate},
+};
+
 // An archive tells its class by name; the class has to be known before one is met.
 const bool kRegistered = [] {
-    register_instantiation_func("BView", BView::Instantiate);
+    for (const auto& [name, function] : kClasses)
+        register_instantiation_func(name, function);
     return true;
 }();
 

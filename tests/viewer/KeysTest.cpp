@@ -23,7 +23,7 @@ struct KeyCase {
     std::vector<std::pair<uint32, std::string>> effects;
 };
 
-const KeyCase kCases[] = {
+const KeyCase kKeyCases[] = {
     {"Home", B_HOME, 0, {{kNone, "a"}}},
     {"End", B_END, 0, {{kNone, "e"}}},
     {"Backspace", B_BACKSPACE, 0, {{kNone, "b"}}},
@@ -86,7 +86,7 @@ protected:
 
 TEST_F(Keys, DoWhatTheyDoWithTheirModifiersAlone) {
     ShowThird();
-    for (const KeyCase& c : kCases) {
+    for (const KeyCase& c : kKeyCases) {
         for (uint32 held : AllCombinations()) {
             std::string expected;
             for (const auto& [modifiers, effect] : c.effects) {
