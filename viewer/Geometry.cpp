@@ -17,31 +17,27 @@ double finite_or_one(double factor) {
     return std::isfinite(factor) ? factor : 1;
 }
 
-// Not a number counts as 0. Beyond any limit by far, but its square is still finite.
+// Not a number counts as 0. Beyond any limit by far, but finite.
 double sane(double extent) {
     return extent > 0 ? std::min(extent, 1e12) : 0;
 }
 
-double pixel_count(double width, double height) {
-    return (width + 1) * (height + 1);
-}
-
-Extent limited(double width, double height, Extent image) {
+Extent limited(double width, double height) {
     width = sane(width);
     height = sane(height);
-    double allowed = std::max(kMaxScaledPixels, pixel_count(image.width, image.height));
-    double pixels = pixel_count(width, height);
-    if (pixels > allowed) {
-        double reduction = std::sqrt(allowed / pixels);
-        width *= reduction;
-        height *= reduction;
+    double longest = std::max(width, height);
+    if (longest > kMaxScaledSide) {
+        width *= kMaxScaledSide / longest;
+        height *= kMaxScaledSide / longest;
     }
-    return {static_cast<float>(std::min(width, kMaxScaledSide)),
-        static_cast<float>(std::min(height, kMaxScaledSide))};
+    return {static_cast<float>(width), static_cast<float>(height)};
 }
 
+// As a bitmap counts them: an extent that is whole but for what a float loses counts as whole. A
+// column more would be one that nothing is drawn in.
 float column_count(float extent) {
-    return std::ceil(extent) + 1;
+    double lost = std::min(std::ldexp(std::fabs(double{extent}), -21), 0.25);
+    return static_cast<float>(std::ceil(double{extent} - lost) + 1);
 }
 
 struct Span {
@@ -74,7 +70,7 @@ Extent target_extent(int32 displayOption, Extent image, Extent area) {
     switch (displayOption) {
     case kDontFitAnything:
     case kFitWindowToImage: return image;
-    case kFitImageToWindow: return limited(area.width, area.height, image);
+    case kFitImageToWindow: return limited(area.width, area.height);
     case kScaleImageToWindow: factor = finite_or_one(factorY < factorX ? factorY : factorX); break;
     case kScaleImageToWindowWidth:
         factor = finite_or_one(factorX);
@@ -88,7 +84,7 @@ Extent target_extent(int32 displayOption, Extent image, Extent area) {
         break;
     default: return {0, 0};
     }
-    return limited(image.width * factor, image.height * factor, image);
+    return limited(image.width * factor, image.height * factor);
 }
 
 Extent image_area(Extent view, ShownBars bars) {

@@ -63,18 +63,16 @@ constexpr float kScrollBarThickness = 14;
 constexpr float kScrollBarExtent = 13;  ///< the thickness as right minus left
 constexpr float kSmallScrollStep = 10;
 
-/// A scaled image has at most this many pixels (1 GiB), or those of the decoded image when that
-/// is larger.
-constexpr double kMaxScaledPixels = 268435456;
-/// And no side longer than this, the last whole number a float counts to without gaps.
-constexpr double kMaxScaledSide = 16777216;
+/// A scaled image is drawn from the decoded one and takes no memory. But its columns are counted in
+/// floats, which have gaps from 2^24 on, so no side is longer than this.
+constexpr double kMaxScaledSide = 16777214;
 
 /// The extent to which a display option scales an image in an area.
 ///
 /// An image of one column or row has no factor in that direction (its extent is 0): the other
 /// direction decides alone, and where that is impossible the image keeps its size. A target that
-/// is negative or not a number becomes 0; one beyond the limits above is reduced to them, keeping
-/// its shape as far as the limit of a side allows.
+/// is negative or not a number becomes 0; one beyond the limit above is reduced to it and keeps
+/// its shape.
 Extent target_extent(int32 displayOption, Extent image, Extent area);
 
 /// What the bars leave of a view for the image.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <interface/Bitmap.h>
 #include <limits>
 #include <set>
 
@@ -76,7 +77,8 @@ TEST(TargetExtent, ScalesToTheAreaItselfAndNotBesideIt) {
     }
 }
 
-TEST(TargetExtent, IsNeverTooLargeToAllocate) {
+// Floats count whole numbers without gaps up to 2^24; a bitmap has a column more than its extent.
+TEST(TargetExtent, HasNoSideThatCannotBeCounted) {
     const Extent images[] = {{1, 30000}, {30000, 1}, {1, 1}, {3, 16000000}, {799, 49999}};
     const Extent areas[] = {{3840, 2160}, {1e9F, 1e9F}, {kInfinity, kInfinity}, {1e30F, 10}};
     for (Extent image : images) {
@@ -86,19 +88,27 @@ TEST(TargetExtent, IsNeverTooLargeToAllocate) {
                 ASSERT_TRUE(std::isfinite(target.width) && std::isfinite(target.height));
                 ASSERT_GE(target.width, 0);
                 ASSERT_GE(target.height, 0);
-                double pixels = (double{target.width} + 1) * (double{target.height} + 1);
-                ASSERT_LE(pixels, kMaxScaledPixels * 1.1)
+                ASSERT_LE(std::max(target.width, target.height) + 1, 16777216)
                     << option << ": " << target.width << " x " << target.height;
             }
         }
     }
 }
 
+TEST(TargetExtent, ThinImagesFillTheWindowTheyAreScaledTo) {
+    EXPECT_EQ(
+        target_extent(kScaleImageToWindowHeight, {29999, 9}, {1000, 914}), Extent(2999900, 900));
+    EXPECT_EQ(
+        target_extent(kScaleImageToWindowHeight, {2999, 1}, {1000, 914}), Extent(2699100, 900));
+    EXPECT_EQ(
+        target_extent(kScaleImageToWindowWidth, {9, 29999}, {914, 1000}), Extent(900, 2999900));
+}
+
 TEST(TargetExtent, KeepsItsShapeWhenReduced) {
-    // 800 x 100000 shown 20000 wide would have 2.5 milliard pixels 10 times over.
-    Extent target = target_extent(kScaleImageToWindowWidth, {800, 100000}, {20014, 1000});
-    EXPECT_NEAR(target.height / target.width, 125, 0.01);
-    EXPECT_LT(target.width, 20000);
+    // 65,000 x 2 shown 900 high would be 58 million wide.
+    Extent target = target_extent(kScaleImageToWindowHeight, {64999, 1}, {1000, 914});
+    EXPECT_EQ(target.width, static_cast<float>(kMaxScaledSide));
+    EXPECT_NEAR(target.width / target.height, 64999, 1);
 }
 
 // A decoded image exists already, so its own size is always possible.
@@ -146,6 +156,21 @@ TEST(PlaceImage, CentresOrScrolls) {
         ImagePlacement placement = place_image(c.area, c.image, c.scrolled);
         EXPECT_EQ(placement.source, c.source) << c.what;
         EXPECT_EQ(placement.destination, c.destination) << c.what;
+    }
+}
+
+// A column that the bitmap does not have would keep what was drawn there before.
+TEST(PlaceImage, ScrollsToTheBitmapsLastColumnAndNoFurther) {
+    const float extents[] = {99, 99.5F, 1000.0001F, 3333.3335F, 524288.25F, 2999966.25F, 2999966.5F,
+        4194304.5F, 8388609, 16777213, static_cast<float>(kMaxScaledSide)};
+    for (float extent : extents) {
+        Extent area(49, 0);
+        BPoint end(scroll_range(extent, area.width).max, 0);
+        BRect shown = place_image(area, {extent, 0}, end).source;
+        BBitmap bitmap(BRect(0, 0, extent, 0), B_RGBA32, true);
+        int32 columns = bitmap.BytesPerRow() / 4;
+        EXPECT_EQ(static_cast<int32>(shown.right) + 1, columns) << extent;
+        EXPECT_EQ(static_cast<int32>(shown.left), columns - 50) << extent;
     }
 }
 
