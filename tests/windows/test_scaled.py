@@ -1,6 +1,8 @@
-"""Screens with more than one pixel to a unit: the picture's pixels become blocks, without seams."""
+"""Screens with more than one pixel to a unit: at its own size the picture's pixels become blocks,
+without seams; a scaled one is sampled at the screen's resolution."""
 
-from viewer_test import STATUS_BAR_HEIGHT, ViewerTest, color_of, main, png, x11
+import settings_file
+from viewer_test import STATUS_BAR_HEIGHT, ViewerTest, color_of, main, measured, png, x11
 
 WIDTH, HEIGHT = 301, 211
 
@@ -97,6 +99,73 @@ class Scaled(ViewerTest):
                         for y in range(shown.height))
                     self.assertAlmostEqual(high, height * scale, delta=1)
                     self.assert_clean(viewer)
+
+    @staticmethod
+    def uniform_blocks(picture, left, top, right, bottom):
+        """Which part of the 2x2 blocks in there has one colour, wherever the blocks begin."""
+        def part(dx, dy):
+            blocks = [(x, y) for y in range(top + dy, bottom - 1, 2)
+                for x in range(left + dx, right - 1, 2)]
+            uniform = sum(len({picture.at(x + i, y + j) for i in (0, 1) for j in (0, 1)}) == 1
+                for x, y in blocks)
+            return uniform / len(blocks)
+
+        return max(part(dx, dy) for dx in (0, 1) for dy in (0, 1))
+
+    def fitted_with_comments(self):
+        self.preferences(settings_file.int32("DsOp", 2), settings_file.string("CmFE", "txt"))
+
+    def test_a_scaled_picture_has_the_resolution_of_the_screen(self):
+        # More pixels than any of these windows has, of which no two are alike.
+        self.write("a.png", measured(2600, 1900))
+        self.fitted_with_comments()
+        self.saved_frame(20, 30, 20 + 499, 30 + 399)
+        for comment in (False, True):
+            if comment:
+                self.write("a.txt", b"A comment")
+            for scale in (1.0, 1.5, 2.0):
+                with self.subTest(scale=scale, comment=comment):
+                    viewer = self.open(scale, self.folder)
+                    viewer.wait_shown("a.png")
+                    viewer.wait_settled()
+                    shown = viewer.window.picture()
+                    # Below the menu, above the comment.
+                    part = (10, int(60 * scale), shown.width - 10, int(260 * scale))
+                    self.assertEqual(self.uniform_blocks(shown, *part), 0)
+                    # Its letters are the only white there is.
+                    white = sum(min(shown.at(x, y)) > 230 for y in range(part[3], shown.height
+                        - int(scale * 20)) for x in range(int(scale * 20), int(scale * 100)))
+                    self.assertEqual(white > 5, comment)
+                    self.assert_clean(viewer)
+
+    def test_the_comment_has_the_resolution_of_the_screen(self):
+        self.picture("a.png", (255, 0, 0), 500, 400)
+        self.write("a.txt", b"Sphinx of black quartz, judge my vow")
+        self.fitted_with_comments()
+        self.saved_frame(20, 30, 20 + 499, 30 + 399)
+        viewer = self.open(2.0, self.folder)
+        viewer.wait_shown("a.png")
+        viewer.wait_settled()
+        shown = viewer.window.picture()
+        # The band is what the picture's red is darkened in; blocks without letters do not count.
+        band = [(x, y) for y in range(2 * 60, shown.height - 2 * 15)
+            for x in range(shown.width) if shown.at(x, y) == (128, 0, 0)]
+        self.assertTrue(band, "there is a comment")
+        left, right = (end(x for x, _ in band) for end in (min, max))
+        top, bottom = (end(y for _, y in band) for end in (min, max))
+
+        def letters(dx, dy):
+            blocks = [{shown.at(x + i, y + j) for i in (0, 1) for j in (0, 1)}
+                for y in range(top + dy, bottom, 2) for x in range(left + dx, right, 2)]
+            return [block for block in blocks if block != {(128, 0, 0)}]
+
+        for dx in (0, 1):
+            for dy in (0, 1):
+                blocks = letters(dx, dy)
+                self.assertGreater(len(blocks), 100)
+                uniform = sum(len(block) == 1 for block in blocks)
+                self.assertLess(uniform / len(blocks), 0.5)
+        self.assert_clean(viewer)
 
     def test_the_whole_area_is_drawn_when_the_window_is_resized(self):
         self.picture("a.png", color_of(7), 300, 200)
