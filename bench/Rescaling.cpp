@@ -15,6 +15,7 @@
 
 #include "bench/Photo.h"
 #include "bench/Report.h"
+#include "kits/interface/BitmapAccess.h"
 #include "settings/DisplayOption.h"
 #include "settings/Prefs.h"
 #include "viewer/Image.h"
@@ -33,7 +34,8 @@ constexpr double kLimit = 2.0;
 void CopyNearest(const BBitmap& from, std::vector<uint32_t>& to, int32 width, int32 height) {
     const int32 fromWidth = from.Bounds().IntegerWidth() + 1;
     const int32 fromHeight = from.Bounds().IntegerHeight() + 1;
-    const auto* bits = static_cast<const uint8*>(from.Bits());
+    // Who asks the bitmap for its bits ends the sharing of its pixels, and so what is measured.
+    const uint8* bits = BPrivate::BitmapAccess::Pixels(from).bits;
     std::vector<int32> columns(static_cast<size_t>(width));
     for (int32 x = 0; x < width; ++x)
         columns[static_cast<size_t>(x)] = (2 * x + 1) * fromWidth / (2 * width);
