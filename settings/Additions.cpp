@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kFileName[] = "Lorivane_Additions.arc";
+constexpr char kAdditionsFile[] = "Lorivane_Additions.arc";
 
 constexpr char kSmoothScaling[] = "SmSc";
 
@@ -25,9 +25,9 @@ status_t TAdditions::Unarchive(const BMessage& archive) {
 }
 
 status_t TAdditions::LoadFromFile() {
-    return load_app_settings(kFileName, this);
+    return load_app_settings(kAdditionsFile, this);
 }
 
 status_t TAdditions::SaveToFile() const {
-    return save_app_settings(kFileName, *this);
+    return save_app_settings(kAdditionsFile, *this);
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr char kFileName[] = "Lorivane_ExitStates.arc";
+constexpr char kExitStatesFile[] = "Lorivane_ExitStates.arc";
 
 constexpr char kVersion[] = "_Ver";
 constexpr char kWindowFrame[] = "_WFr";
@@ -27,9 +27,9 @@ status_t TExitStates::Unarchive(const BMessage& archive) {
 }
 
 status_t TExitStates::LoadFromFile() {
-    return load_app_settings(kFileName, this);
+    return load_app_settings(kExitStatesFile, this);
 }
 
 status_t TExitStates::SaveToFile() const {
-    return save_app_settings(kFileName, *this);
+    return save_app_settings(kExitStatesFile, *this);
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kFileName[] = "Lorivane_Prefs.arc";
+constexpr char kPrefsFile[] = "Lorivane_Prefs.arc";
 
 constexpr char kEnableComment[] = "ECmt";
 constexpr char kEnablePreload[] = "EPrl";
@@ -87,9 +87,9 @@ status_t TPrefs::Unarchive(const BMessage& archive) {
 }
 
 status_t TPrefs::LoadFromFile() {
-    return load_app_settings(kFileName, this);
+    return load_app_settings(kPrefsFile, this);
 }
 
 status_t TPrefs::SaveToFile() const {
-    return save_app_settings(kFileName, *this);
+    return save_app_settings(kPrefsFile, *this);
 }

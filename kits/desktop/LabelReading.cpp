@@ -102,7 +102,7 @@ private:
     const QLabel& fLabel;
 };
 
-QAccessibleInterface* MakeReading(const QString&, QObject* object) {
+QAccessibleInterface* MakeLabelReading(const QString&, QObject* object) {
     auto* label = qobject_cast<QLabel*>(object);
     const bool isText =
         label != nullptr && label->pixmap(Qt::ReturnByValue).isNull() && label->movie() == nullptr;
@@ -113,7 +113,7 @@ QAccessibleInterface* MakeReading(const QString&, QObject* object) {
 
 void TellLabelsToScreenReaders() {
     // Asked for every object; a second time it would only be asked twice.
-    [[maybe_unused]] static const bool told = (QAccessible::installFactory(MakeReading), true);
+    [[maybe_unused]] static const bool told = (QAccessible::installFactory(MakeLabelReading), true);
 }
 
 }  // namespace BPrivate

@@ -101,7 +101,7 @@ private:
     const QPointer<QAction> fEntry;
 };
 
-QAccessibleInterface* MakeReading(const QString&, QObject* object) {
+QAccessibleInterface* MakeMenuReading(const QString&, QObject* object) {
     auto* entry = qobject_cast<QAction*>(object);
     if (entry == nullptr)
         return nullptr;
@@ -116,7 +116,7 @@ QAccessibleInterface* MakeReading(const QString&, QObject* object) {
 }  // namespace
 
 void TellMenusToScreenReaders() {
-    static const bool told = (QAccessible::installFactory(MakeReading), true);
+    static const bool told = (QAccessible::installFactory(MakeMenuReading), true);
     (void)told;
 }
 

@@ -40,13 +40,13 @@ private:
     const Anchor& fAnchor;
 };
 
-QAccessibleInterface* MakeReading(const QString&, QObject* object) {
+QAccessibleInterface* MakePopUpReading(const QString&, QObject* object) {
     auto* anchor = dynamic_cast<Anchor*>(object);
     return anchor != nullptr ? new AnchorReading(*anchor) : nullptr;
 }
 
 void TellAnchorsToScreenReaders() {
-    static const bool told = (QAccessible::installFactory(MakeReading), true);
+    static const bool told = (QAccessible::installFactory(MakePopUpReading), true);
     (void)told;
 }
 

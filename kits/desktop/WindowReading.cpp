@@ -60,7 +60,7 @@ private:
     const ReadableWidget& fView;
 };
 
-QAccessibleInterface* MakeReading(const QString&, QObject* object) {
+QAccessibleInterface* MakeWindowReading(const QString&, QObject* object) {
     if (auto* window = dynamic_cast<WindowWidget*>(object)) {
         return new SurroundingsReading(
             *window, window->IsDialog() ? QAccessible::Dialog : QAccessible::Window);
@@ -78,7 +78,8 @@ QAccessibleInterface* MakeReading(const QString&, QObject* object) {
 
 void TellWindowsToScreenReaders() {
     // Asked for every object; a second time it would only be asked twice.
-    [[maybe_unused]] static const bool told = (QAccessible::installFactory(MakeReading), true);
+    [[maybe_unused]] static const bool told =
+        (QAccessible::installFactory(MakeWindowReading), true);
 }
 
 }  // namespace BPrivate
