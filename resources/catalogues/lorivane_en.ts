@@ -73,21 +73,5 @@ The file itself is not deleted.</translation>
         <translation>Remove all entries from the list of recently used files?
 The files themselves are not deleted.</translation>
     </message>
-    <message>
-        <source>Position in Folder</source>
-        <translation>Position in Folder</translation>
-    </message>
-    <message>
-        <source>Format</source>
-        <translation>Format</translation>
-    </message>
-    <message>
-        <source>Size</source>
-        <translation>Size</translation>
-    </message>
-    <message>
-        <source>Scale</source>
-        <translation>Scale</translation>
-    </message>
 </context>
 </TS>

@@ -50,7 +50,7 @@ WindowTest::~WindowTest() {
     // What is decoded for nobody would be taken for lost by the sanitizers.
     EXPECT_TRUE(recording::WaitFor([] { return TThread::CountAbandoned() == 0; }));
     // What the view has sent to the application, which never runs.
-    while (std::unique_ptr<BMessage>(be_app->MessageQueue()->NextMessage())) {
+    while (be_app != nullptr && std::unique_ptr<BMessage>(be_app->MessageQueue()->NextMessage())) {
     }
     gPrefs = TPrefs();
 }
