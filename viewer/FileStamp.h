@@ -15,6 +15,7 @@ public:
     /// Of what the path leads to now.
     static TFileStamp At(const std::string& path);
 
+    bool IsSet() const { return fIsSet; }
     bool operator==(const TFileStamp& other) const;
 
 private:

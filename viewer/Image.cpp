@@ -42,6 +42,12 @@ TImage::TImage(
 
 TImage::~TImage() = default;
 
+bool TImage::IsUpToDate() const {
+    // Of a file that is gone it is the last that there is.
+    const TFileStamp now = TFileStamp::At(fFileName);
+    return !now.IsSet() || now == fStamp;
+}
+
 void TImage::Resize(float width, float height) {
     Extent current = fScaled ? Extent(fScaled->Bounds()) : Extent(-1, -1);
     Extent natural(fDecoded->Bounds());

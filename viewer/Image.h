@@ -30,8 +30,8 @@ public:
     status_t InitCheck() const { return fInitStatus; }
     const TLoadProblem& Problem() const { return fProblem; }
 
-    /// Whether the file is still there and as it was when it was decoded.
-    bool IsUpToDate() const { return fStamp == TFileStamp::At(fFileName); }
+    /// Whether the file is as it was when it was decoded. One that is gone counts as such.
+    bool IsUpToDate() const;
 
     /// Scales the image for an area of these extents (right minus left, bottom minus top) by the
     /// display option in force. Does nothing when it has the size already, and the background
