@@ -86,10 +86,12 @@ def inside(chosen):
     import watchdog
     from album import Album
     from hands import Hands
-    from viewer_test import Viewer, x11
+    from viewer_test import PROGRAM, Viewer, x11
     from watchdog import Answers, Labels, Memory, Pinger, Stopped
 
     class Soak:
+        program = PROGRAM
+
         def __init__(self):
             self.rng = random.Random(chosen.seed)
             self.limit = chosen.limit * (chosen.factor or FACTORS[chosen.preset])
