@@ -87,8 +87,11 @@ TEST(WindowFrame, UserChanges) {
     window.Do([&] { EXPECT_EQ(window->Frame(), BRect(30, 40, 179, 159)); });
     EXPECT_THAT(log.Entries(), ElementsAre("resized 149,119", "moved 30,40"));
     EXPECT_TRUE(views.WaitFor("view: resized 149,119"));
-    EXPECT_EQ(window.Screen().Shown().width, 150);
-    EXPECT_EQ(window.Screen().Shown().height, 120);
+    // Drawn once the views have heard of it.
+    EXPECT_TRUE(recording::WaitFor([&] {
+        const recording::Picture shown = window.Screen().Shown();
+        return shown.width == 150 && shown.height == 120;
+    }));
 }
 
 // A report of the screen's that was on its way when the program changed the frame is of no use.

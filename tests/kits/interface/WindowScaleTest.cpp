@@ -315,11 +315,11 @@ TEST(WindowScale, ResizingKeepsTheRatio) {
         view.FillRect(view.Bounds());
     });
     window.Screen().UserResize(120, 60);
-    window.Do([] {});
-    const Picture shown = window.Screen().Shown();
-    EXPECT_EQ(shown.width, 182);  // 181.5
-    EXPECT_EQ(shown.height, 92);  // 91.5
-    EXPECT_TRUE(shown.IsAll(BRect(0, 0, 181, 91), kRed));
+    EXPECT_TRUE(recording::WaitFor([&] {
+        const Picture shown = window.Screen().Shown();
+        return shown.width == 182 && shown.height == 92 &&  // 181.5 by 91.5
+            shown.IsAll(BRect(0, 0, 181, 91), kRed);
+    }));
 }
 
 TEST(WindowScale, BitmapsKeepTheirUnits) {
