@@ -188,6 +188,7 @@ class ContextMenu(ViewerTest):
         viewer.close()
         viewer = self.open(self.folder)
         viewer.wait_shown("a.png")
+        viewer.wait_idle()
         viewer.key("space")
         viewer.wait_shown("b.png")
         self.wait_smooth(viewer, False)

@@ -87,6 +87,7 @@ class Opening(ViewerTest):
         self.picture("a.png", color_of(5))
         viewer = self.start("file://localhost" + self.path("b%20%C3%A4.png"))
         viewer.wait_shown("b ä.png")
+        viewer.wait_idle()
         viewer.key("BackSpace")
         viewer.wait_shown("a.png")
         self.assert_clean(viewer)
