@@ -453,7 +453,9 @@ class Hands:
         item = self.rng.choice(found)
         name, role = item.get_name(), item.get_role()
         if role in self.TOGGLED:
-            accessibility.act(item, "Toggle", "Press")
+            # One that is disabled, or has just gone, offers nothing.
+            if accessibility.actions(item):
+                accessibility.act(item, "Toggle", "Press")
             return repr(name)
         low, high = Value.get_minimum_value(item), Value.get_maximum_value(item)
         for _ in range(self.rng.choice((1, 1, 30))):
