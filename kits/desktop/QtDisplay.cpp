@@ -1,5 +1,6 @@
 #include "kits/desktop/QtDisplay.h"
 
+#include <QLoggingCategory>
 #include <app/Application.h>
 #include <cerrno>
 #include <cstdio>
@@ -33,6 +34,9 @@ std::unique_ptr<QApplication> MakeApplication() {
     static char* arguments[] = {program_invocation_name, nullptr};
 
     // Menus stay in their windows, where the kits put them.
+    // Qt counts on standard error how many events it had to take memory for when many come at once.
+    // The rules of the environment stand above this one.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.events.reader.debug=false"));
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
